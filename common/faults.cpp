@@ -1,0 +1,26 @@
+#include "common/faults.h"
+
+#ifdef ACC_FAULTS
+
+#include <atomic>
+
+namespace acc {
+
+namespace {
+
+constinit std::atomic<bool (*)(Operation)> fault_hook{nullptr};
+
+} // namespace
+
+void set_fault_hook(bool (*hook)(Operation)) {
+    fault_hook.store(hook);
+}
+
+bool fault_hits(Operation operation) {
+    bool (*const hook)(Operation) = fault_hook.load();
+    return hook != nullptr && hook(operation);
+}
+
+} // namespace acc
+
+#endif

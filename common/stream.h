@@ -1,0 +1,83 @@
+/*
+ * stream.h - what files need beyond the exported CM_ functions: new files that replace
+ * nothing, and knowing that bytes are on the disk. Results are 0 or -1 unless said
+ * otherwise.
+ */
+#ifndef ACCSYM_COMMON_STREAM_H
+#define ACCSYM_COMMON_STREAM_H
+
+#include <sys/types.h>
+
+#include <utility>
+
+#include "common/acccom.h"
+
+namespace acc {
+
+/**
+ * Makes a file under a name that did not exist, mode 0600, to be read and written.
+ * @param name_template  path ending in "XXXXXX", which the chosen name replaces
+ * @return               handle; -1 on failure, then there is no new file
+ */
+int create_exclusive(unsigned char *name_template);
+
+/**
+ * Makes a file that must not exist yet, not even as a dangling symbolic link, to be read
+ * and written.
+ * @param mode  permissions, subject to the umask
+ * @return      handle; -1 on failure or when the path exists
+ */
+int create_new(const unsigned char *path, mode_t mode);
+
+/** Hands buffered bytes to the system. -1: some of them were refused and are lost. */
+int flush(int handle);
+
+/** flush, and then waits until the bytes are on the disk. */
+int sync(int handle);
+
+/**
+ * Whether a read or write of this handle has failed since it was opened, which CM_read and
+ * CM_CopyFile cannot tell from the end of the file. True for a bad handle.
+ */
+bool stream_failed(int handle);
+
+/** Renames a file, replacing an existing target in one step. */
+int rename_file(const unsigned char *from, const unsigned char *to);
+
+/** Waits until a directory's entries are on the disk. */
+int sync_directory(const unsigned char *path);
+
+/** Closes its handle when it ends. */
+class OpenFile {
+  public:
+    OpenFile() = default;
+
+    /** Takes over a handle; -1 stands for none. */
+    explicit OpenFile(int handle) : handle_(handle) {}
+
+    OpenFile(OpenFile &&other) noexcept : handle_(other.release()) {}
+    OpenFile &operator=(OpenFile &&other) noexcept {
+        if (this != &other) {
+            close();
+            handle_ = other.release();
+        }
+        return *this;
+    }
+    ~OpenFile() { close(); }
+
+    int handle() const { return handle_; }
+    explicit operator bool() const { return handle_ > 0; }
+
+    /** Gives up ownership. */
+    [[nodiscard]] int release() { return std::exchange(handle_, -1); }
+
+    /** CM_close now: -1 when bytes were lost; 0 when no file is held. */
+    int close() { return handle_ > 0 ? CM_close(release()) : 0; }
+
+  private:
+    int handle_ = -1;
+};
+
+} // namespace acc
+
+#endif
