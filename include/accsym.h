@@ -128,8 +128,8 @@ unsigned char *ACC_Sym_GetLBDataProc(Accdata *record, unsigned short list_index)
  * be empty. Success stores exactly ACCDATA_LIST in both data-status fields.
  *
  * @return 1 open; 4 deeper than ten levels (message 9); 0 with message 0 no such file,
- *         1 no temp file, 2 a directory is empty or longer than 1022 bytes, 4 a null
- *         string, 5 a file is open, 6 not a symbol file, 7 the index cannot be read,
+ *         1 no temp file, 2 lpchString2 is empty or a directory longer than 1022 bytes,
+ *         4 a null string, 5 a file is open, 6 not a symbol file, 7 the index cannot be read,
  *         8 the temp file cannot be written, 11 no memory
  */
 int ACC_Sym_FileOpenProc(Accdata *record);

@@ -1,0 +1,134 @@
+#include "sym/catalogue.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "common/acccom.h"
+#include "common/directory.h"
+#include "common/stream.h"
+#include "record/item_list.h"
+#include "record/message.h"
+
+int m_lSymSVValue;
+int m_lSymSVBuffSize;
+
+namespace acc {
+
+SymFileListEntry *m_lpucSymFileList;
+
+namespace {
+
+int m_lpucSymFileList_size; // bytes allocated; doubled when they are used up
+
+constexpr int entry_bytes = static_cast<int>(sizeof(SymFileListEntry));
+constexpr int head_bytes = 1023; // how much of a file is read to learn its title
+
+/** Appends one entry. @return 0; -1 when the table cannot grow, which then stays as it is */
+int SymMemTableMakeProc(const unsigned char *path, Text title) {
+    if (m_lSymSVBuffSize == m_lpucSymFileList_size) {
+        if (m_lpucSymFileList_size > INT32_MAX / 2) return -1;
+        const int larger = std::max(entry_bytes, 2 * m_lpucSymFileList_size);
+        void *table = m_lpucSymFileList
+                          ? CM_realloc(m_lpucSymFileList, static_cast<unsigned>(m_lSymSVBuffSize),
+                                       static_cast<unsigned>(larger))
+                          : CM_malloc(static_cast<unsigned>(larger));
+        if (!table) return -1;
+        m_lpucSymFileList = static_cast<SymFileListEntry *>(table);
+        m_lpucSymFileList_size = larger;
+    }
+    SymFileListEntry &entry = m_lpucSymFileList[m_lSymSVValue];
+    CM_strcpy(entry.ucFileName, path);
+    std::memcpy(entry.ucTitle, title.data(), title.size());
+    entry.ucTitle[title.size()] = 0;
+    ++m_lSymSVValue;
+    m_lSymSVBuffSize += entry_bytes;
+    return 0;
+}
+
+/** Adds one file. @return 0; -1 when it is no symbol file or does not fit its entry */
+int SymFileListUpProc(const unsigned char *path) {
+    unsigned char raw[head_bytes + 1];
+    OpenFile file(CM_open(path, "rb"));
+    if (!file) return -1;
+    raw[CM_read(file.handle(), head_bytes, raw)] = 0;
+    const HeapBlock<unsigned char> converted(CM_euc2sjis(raw));
+    const unsigned char *head = converted ? converted.get() : raw;
+    const Text text(head, static_cast<std::size_t>(CM_lstrlen(head)));
+    Range title;
+    if (!has_symbol_header(text) || !find_file_title(text, head_bytes, title)) return -1;
+    if (title.length >= sizeof(SymFileListEntry::ucTitle)) return -1;
+    return SymMemTableMakeProc(path, {head + title.offset, title.length});
+}
+
+/** Adds the symbol files of one directory, given with its "/". @return 0, or -1 */
+int SymGetFileTitleSub(const unsigned char *directory) {
+    static constexpr unsigned char extension[] = ".kig";
+    DirectoryListing listing(directory);
+    if (!listing) return -1;
+    const std::size_t directory_bytes = static_cast<std::size_t>(CM_lstrlen(directory));
+    unsigned char path[sizeof(SymFileListEntry::ucFileName)];
+    while (const unsigned char *name = listing.next()) {
+        if (!CM_strpbrke(name, extension)) continue;
+        const std::size_t name_bytes = static_cast<std::size_t>(CM_lstrlen(name));
+        if (directory_bytes + name_bytes >= sizeof path) continue;
+        std::memcpy(path, directory, directory_bytes);
+        std::memcpy(path + directory_bytes, name, name_bytes + 1);
+        if (is_regular_file(path)) SymFileListUpProc(path);
+    }
+    return 0;
+}
+
+} // namespace
+
+void SymInitFileTable() {
+    CM_free(m_lpucSymFileList);
+    m_lpucSymFileList = nullptr;
+    m_lpucSymFileList_size = 0;
+    m_lSymSVValue = 0;
+    m_lSymSVBuffSize = 0;
+}
+
+int SymGetFileTitle() {
+    if (SymGetFileTitleSub(m_ucZikProgDir) != 0) return -1;
+    SymGetFileTitleSub(m_ucZikCommonDir);
+    return 0;
+}
+
+int rescan_catalogue() {
+    SymInitFileTable();
+    return SymGetFileTitle();
+}
+
+const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title) {
+    for (int i = 0; i < m_lSymSVValue; ++i) {
+        if (CM_strcmp(m_lpucSymFileList[i].ucTitle, title) == 0) return &m_lpucSymFileList[i];
+    }
+    return nullptr;
+}
+
+} // namespace acc
+
+int SYM_GetFileTitle(Accdata *record) {
+    if (!record->lpchString1) return ACC_RET_ERROR;
+    record->lpchDisplay[0] = 0;
+    if (acc::rescan_catalogue() != 0) return ACC_RET_ERROR;
+    record->cchDisplay = 0;
+    for (int i = 0; i < m_lSymSVValue; ++i) {
+        if (!acc::append_display(record, acc::m_lpucSymFileList[i].ucTitle)) {
+            acc::put_message(record, acc::Message::list_box_memory);
+            break;
+        }
+    }
+    acc::end_display(record);
+    return ACC_RET_OK;
+}
+
+int SYM_FileChkProc(Accdata *record) {
+    if (!record->lpchString1) return acc::fail(record, acc::Message::memory_not_allocated);
+    acc::rescan_catalogue();
+    const SymFileListEntry *entry = acc::SymMemTableTitleSearchProc(record->lpchString1);
+    if (!entry || !acc::OpenFile(CM_open(entry->ucFileName, "rb"))) {
+        return acc::fail(record, acc::Message::file_does_not_exist);
+    }
+    return ACC_RET_OK;
+}

@@ -1,0 +1,61 @@
+#include "sym/engine.h"
+
+namespace acc {
+
+unsigned char m_ucSymName[256];
+unsigned char *m_lpucSymFileMem;
+std::uint32_t m_ulSymFileMemSize;
+TempIndex m_tTempIndex;
+TempInfo *m_lptTempInfo;
+std::uint32_t m_lptTempInfo_size;
+unsigned char *m_lpucChildFlags;
+std::uint16_t m_bEditFlag;
+
+unsigned char m_ucZikDir[1024];
+unsigned char m_ucZikProgDir[1024];
+unsigned char m_ucZikCommonDir[1024];
+
+unsigned short m_usLBItemLenMax = 64;
+unsigned short m_usLBItemHead = 4;
+unsigned short m_usLBItemNumMax = 9;
+
+void install_index(const TempIndex &header, HeapBlock<TempInfo> &&records,
+                   HeapBlock<unsigned char> &&child_flags) {
+    CM_free(m_lptTempInfo);
+    CM_free(m_lpucChildFlags);
+    m_tTempIndex = header;
+    m_lptTempInfo = records.release();
+    m_lptTempInfo_size = header.usCount * static_cast<std::uint32_t>(sizeof(TempInfo));
+    m_lpucChildFlags = child_flags.release();
+}
+
+void release_open_file() {
+    if (is_file_open()) discard_temp_file(&g_tAccFile[1]);
+    install_index({}, {}, {});
+    CM_free(m_lpucSymFileMem);
+    m_lpucSymFileMem = nullptr;
+    m_ulSymFileMemSize = 0;
+    m_bEditFlag = 0;
+}
+
+void set_list_geometry(Accdata *record) {
+    for (ListBox &list : record->tListBox) {
+        list.cchLBItemLenMax = m_usLBItemLenMax;
+        list.cchLBItemHead = m_usLBItemHead;
+        list.cchLBItemNumMax = m_usLBItemNumMax;
+    }
+}
+
+} // namespace acc
+
+void SYM_SetBlockLength(unsigned short items_per_page) {
+    acc::m_usLBItemNumMax = items_per_page;
+}
+
+void SYM_SetHeaderLength(unsigned short header_length) {
+    acc::m_usLBItemHead = header_length;
+}
+
+void SYM_SetItemLength(unsigned short item_length) {
+    acc::m_usLBItemLenMax = item_length;
+}

@@ -1,0 +1,42 @@
+// What hosts ask about the symbol under the cursor and about the open file.
+#include <cstdio>
+
+#include "common/acccom.h"
+#include "record/cursor.h"
+#include "record/item_list.h"
+#include "record/message.h"
+#include "sym/engine.h"
+
+int SYM_GetInfo(Accdata *record) {
+    ListBox *list = acc::current_list(record);
+    if (!list) return ACC_RET_NONE;
+    const int index = acc::current_item(*list);
+    if (index < 0 || !(list->lpchLBListInfo[index] & LBINFO_SYMBOL)) return ACC_RET_NONE;
+    const unsigned char *symbol = acc::item_text(*list, index);
+    const auto code = static_cast<unsigned short>(symbol[0] << 8 | symbol[1]);
+    unsigned char *info = list->lpchLBItemInfo;
+    std::snprintf(reinterpret_cast<char *>(info), 5, "%04X", static_cast<unsigned>(code));
+    CM_SjisToJis(code, info + 5);
+    CM_SjisToKuten(code, info + 10);
+    list->cchLBItemInfoSize = 15;
+    return ACC_RET_OK;
+}
+
+int SYM_GetTreeTitle(Accdata *record) {
+    const acc::Records records = acc::open_records();
+    if (records.empty()) return ACC_RET_NONE;
+    record->lpchDisplay[0] = 0;
+    record->cchDisplay = 0;
+    for (const TempInfo &block : records) {
+        if (!acc::append_display(record, block.ucPath)) {
+            acc::put_message(record, acc::Message::list_box_memory);
+            break;
+        }
+    }
+    acc::end_display(record);
+    return ACC_RET_OK;
+}
+
+int SYM_GetEdit(void) {
+    return acc::m_bEditFlag == 1 ? ACC_RET_OK : ACC_RET_NONE;
+}
