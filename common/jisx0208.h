@@ -5,12 +5,11 @@
 #define ACCSYM_COMMON_JISX0208_H
 
 #include <array>
-#include <cstddef>
 
 namespace acc {
 
 /** Rows, and cells of a row. */
-inline constexpr std::size_t jisx0208_side = 94;
+inline constexpr unsigned jisx0208_side = 94;
 
 /** The rows as text: '.' is a cell without a character, an empty text a row without any. */
 // clang-format off
@@ -115,8 +114,8 @@ inline constexpr char16_t jisx0208_rows[jisx0208_side][jisx0208_side + 1] = {
 /** The table, row by row, from its text. */
 consteval std::array<unsigned short, jisx0208_side * jisx0208_side> read_jisx0208_rows() {
     std::array<unsigned short, jisx0208_side * jisx0208_side> table{};
-    for (std::size_t row = 0; row < jisx0208_side; ++row) {
-        for (std::size_t cell = 0; cell < jisx0208_side; ++cell) {
+    for (unsigned row = 0; row < jisx0208_side; ++row) {
+        for (unsigned cell = 0; cell < jisx0208_side; ++cell) {
             const char16_t character = jisx0208_rows[row][cell];
             if (character != u'.') table[row * jisx0208_side + cell] = character;
         }

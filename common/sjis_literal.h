@@ -8,6 +8,7 @@
 #include <span>
 
 #include "common/jisx0208.h"
+#include "common/sjis_arithmetic.h"
 
 namespace acc {
 
@@ -53,14 +54,10 @@ constexpr char32_t next_code_point(const char *text, std::size_t &at) {
 }
 
 /** Shift_JIS code, lead byte in the high half, of a character of the table. */
-constexpr unsigned sjis_code(char32_t character) {
+constexpr unsigned short sjis_code(char32_t character) {
     for (unsigned index = 0; index < m_usUnicode.size(); ++index) {
         if (m_usUnicode[index] != character) continue;
-        const unsigned row = index / jisx0208_side;
-        const unsigned cell = index % jisx0208_side;
-        const unsigned lead = row / 2 + (row < 62 ? 0x81 : 0xC1);
-        const unsigned trail = cell + (row % 2 != 0 ? 0x9F : cell < 63 ? 0x40 : 0x41);
-        return lead << 8 | trail;
+        return sjis_pair(index / jisx0208_side + 0x21, index % jisx0208_side + 0x21);
     }
     character_is_not_in_jisx0208();
     return 0;

@@ -1,0 +1,77 @@
+#include "common/stream.h"
+
+#include <fcntl.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "common/faults.h"
+#include "common/handle_table.h"
+
+namespace acc {
+
+namespace {
+
+const char *c_path(const unsigned char *path) {
+    return reinterpret_cast<const char *>(path);
+}
+
+/** Handle of a file just made; on failure the file is removed. */
+int handle_of_new_file(int descriptor, const char *path) {
+    if (descriptor < 0) return -1;
+    std::FILE *const stream = fdopen(descriptor, "w+b");
+    if (stream == nullptr) close(descriptor);
+    const int handle = claim_handle(stream);
+    if (handle < 0) unlink(path);
+    return handle;
+}
+
+} // namespace
+
+int create_exclusive(unsigned char *name_template) {
+    if (fault_hits(Operation::open)) return -1;
+    char *const path = reinterpret_cast<char *>(name_template);
+    return handle_of_new_file(mkostemp(path, O_CLOEXEC), path);
+}
+
+int create_new(const unsigned char *path, mode_t mode) {
+    if (fault_hits(Operation::open)) return -1;
+    const int descriptor = open(c_path(path), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    return handle_of_new_file(descriptor, c_path(path));
+}
+
+int flush(int handle) {
+    std::FILE *const stream = stream_of(handle);
+    if (stream == nullptr) return -1;
+    if (!fault_hits(Operation::flush) && std::fflush(stream) == 0) return 0;
+    mark_failed(handle);
+    return -1;
+}
+
+int sync(int handle) {
+    if (flush(handle) != 0 || fault_hits(Operation::sync)) return -1;
+    return fsync(fileno(stream_of(handle))) == 0 ? 0 : -1;
+}
+
+bool stream_failed(int handle) {
+    return is_marked_failed(handle);
+}
+
+int rename_file(const unsigned char *from, const unsigned char *to) {
+    if (fault_hits(Operation::rename)) return -1;
+    return std::rename(c_path(from), c_path(to)) == 0 ? 0 : -1;
+}
+
+int sync_directory(const unsigned char *path) {
+    if (fault_hits(Operation::sync)) return -1;
+    const int descriptor = open(c_path(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (descriptor < 0) return -1;
+    // EINVAL: this file system has no sync of directories.
+    const bool synced = fsync(descriptor) == 0 || errno == EINVAL;
+    close(descriptor);
+    return synced ? 0 : -1;
+}
+
+} // namespace acc
