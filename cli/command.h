@@ -1,0 +1,37 @@
+// command.h - what main.cpp knows of a command.
+#ifndef KIGOU_COMMAND_H
+#define KIGOU_COMMAND_H
+
+#include <CLI/CLI.hpp>
+#include <functional>
+
+#include "cli/directories.h"
+#include "cli/failure.h"
+
+namespace kigou {
+
+/** What the options shared by all commands say. */
+struct Context {
+    Directories directories;
+    bool json = false;
+};
+
+using Body = std::function<Status(const Context &)>;
+
+struct Command {
+    const char *name;
+    const char *summary;
+    const char *examples; /**< whole lines, shown under the options */
+
+    /** Adds the command's own arguments; the body reads what they were given. */
+    Body (*declare)(CLI::App &options);
+};
+
+extern const Command files_command;
+extern const Command tree_command;
+extern const Command list_command;
+extern const Command info_command;
+
+} // namespace kigou
+
+#endif

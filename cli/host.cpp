@@ -1,0 +1,230 @@
+// host.cpp - see host.h. Items are asked for without headers and unpaged, so that a list
+// holds as many as possible and an item is its text and a NUL.
+#include "cli/host.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "accsym.h"
+#include "cli/messages.h"
+
+namespace kigou {
+namespace {
+
+std::string failure_text(const std::string &action, int result, const std::string &japanese) {
+    if (japanese.empty()) {
+        return action + ": the library gave result " + std::to_string(result) + " and no message";
+    }
+    const auto number = message_number(japanese);
+    if (!number) return action + ": " + japanese;
+    return action + ": " +
+           std::string(library_messages[static_cast<std::size_t>(*number)].english) + " (" +
+           japanese + ")";
+}
+
+std::vector<std::string> with_advice(std::vector<std::string> hints, const std::string &japanese) {
+    if (const auto number = message_number(japanese); number && hints.empty()) {
+        const auto advice = library_messages[static_cast<std::size_t>(*number)].advice;
+        if (!advice.empty()) hints.emplace_back(advice);
+    }
+    return hints;
+}
+
+std::span<const unsigned char> bytes_of(std::string_view text) {
+    return {reinterpret_cast<const unsigned char *>(text.data()), text.size()};
+}
+
+Title title_of(std::span<const unsigned char> bytes) {
+    return {Sjis(bytes.begin(), bytes.end()), to_utf8(bytes)};
+}
+
+/** The list also carries what lies below a title whose name merely begins like this one's. */
+bool is_child(const Title &child, const Title &parent) {
+    static constexpr std::array<unsigned char, 2> separator{0x81, 0x5E};
+    return child.sjis.size() > parent.sjis.size() + 2 &&
+           std::equal(parent.sjis.begin(), parent.sjis.end(), child.sjis.begin()) &&
+           std::equal(separator.begin(), separator.end(),
+                      child.sjis.begin() + static_cast<std::ptrdiff_t>(parent.sjis.size()));
+}
+
+} // namespace
+
+LibraryFailure::LibraryFailure(const std::string &action, int result, const std::string &japanese,
+                               std::vector<std::string> hints)
+    : Failure(Status::failed, failure_text(action, result, japanese),
+              with_advice(std::move(hints), japanese)),
+      result_(result),
+      message_(message_number(japanese)) {}
+
+Host::Host(const Directories &directories)
+    : directories_(directories),
+      result_(ACC_SIZE_RESULT),
+      display_(ACC_SIZE_DISPLAY),
+      message_(ACC_SIZE_MESSAGE),
+      status_(1) {
+    record_.lpchResult = result_.data();
+    record_.lpchDisplay = display_.data();
+    record_.lpchMessage = message_.data();
+    record_.lpchStatus = status_.data();
+    record_.wCurrentList = 1;
+    for (std::size_t i = 0; i < lists_.size(); ++i) {
+        ListBuffers &buffers = lists_[i];
+        buffers.level.resize(ACC_SIZE_LB_LEVEL);
+        buffers.list.resize(ACC_SIZE_LB_LIST);
+        buffers.attributes.resize(ACC_SIZE_LB_LISTINFO);
+        buffers.item_info.resize(ACC_SIZE_LB_ITEMINFO);
+        ListBox &list = record_.tListBox[i];
+        list.lpchLBLevel = buffers.level.data();
+        list.lpchLBList = buffers.list.data();
+        list.lpchLBListInfo = buffers.attributes.data();
+        list.lpchLBItemInfo = buffers.item_info.data();
+    }
+    static constexpr std::array<unsigned char, 2> none{0, 0};
+    for (std::size_t i = 0; i < strings_.size(); ++i) set_string(i, none);
+    if (const int result = run(ACC_VKEY_SET_ATTRIBUTE); result != ACC_RET_OK) {
+        fail("cannot set the list geometry", result);
+    }
+}
+
+Host::~Host() {
+    close();
+}
+
+/** String index + 1 of the record, with a NUL added. */
+void Host::set_string(std::size_t index, std::span<const unsigned char> bytes) {
+    strings_[index].assign(bytes.begin(), bytes.end());
+    strings_[index].push_back(0);
+    unsigned char *const text = strings_[index].data();
+    switch (index) {
+        case 0:
+            record_.lpchString1 = text;
+            break;
+        case 1:
+            record_.lpchString2 = text;
+            break;
+        case 2:
+            record_.lpchString3 = text;
+            break;
+        default:
+            record_.lpchString4 = text;
+            break;
+    }
+}
+
+int Host::run(unsigned short command) {
+    record_.wVkey = command;
+    return AccSym(&record_);
+}
+
+int Host::open_titled(std::span<const unsigned char> title) {
+    close();
+    set_string(0, title);
+    set_string(1, bytes_of(directories_.user));
+    set_string(2, bytes_of(directories_.program));
+    set_string(3, bytes_of(directories_.common));
+    return run(ACC_VKEY_FILE_OPEN);
+}
+
+void Host::close() {
+    if (std::exchange(open_, false)) run(ACC_VKEY_FILE_CLOSE);
+}
+
+/** Decoded message of the last command; empty when it left none. */
+std::string Host::message() const {
+    const std::size_t length = std::min<std::size_t>(record_.cchMessage, message_.size());
+    return to_utf8(std::span(message_).first(length));
+}
+
+bool Host::cut_short() const {
+    return message_number(message()) == message_list_too_long;
+}
+
+void Host::fail(const std::string &action, int result) const {
+    throw LibraryFailure(action, result, message());
+}
+
+Listing<Title> Host::display_list() const {
+    Listing<Title> listing;
+    listing.cut_short = cut_short();
+    std::span<const unsigned char> rest = std::span(display_).first(record_.cchDisplay);
+    while (!rest.empty()) {
+        const auto end = std::find(rest.begin(), rest.end(), 0);
+        const auto length = static_cast<std::size_t>(end - rest.begin());
+        listing.items.push_back(title_of(rest.first(length)));
+        rest = rest.subspan(std::min(length + 1, rest.size()));
+    }
+    return listing;
+}
+
+Listing<Title> Host::file_titles() {
+    // The library learns its directories from an open alone. No file title holds a line
+    // end, so this one hands them over and opens nothing.
+    const int handed_over = open_titled(bytes_of("\r"));
+    if (message_number(message()) != message_no_such_file) {
+        fail("cannot look for symbol files", handed_over);
+    }
+    if (const int result = run(ACC_VKEY_FILE_TITLES); result != ACC_RET_OK) {
+        throw LibraryFailure("cannot read the directory " + directories_.program, result, message(),
+                             {"name the directory of the symbol sets with --program-dir"});
+    }
+    return display_list();
+}
+
+void Host::open(const Title &file) {
+    const std::string action = "cannot open " + file.text;
+    const int result = open_titled(file.sjis);
+    open_ = result == ACC_RET_OK;
+    if (open_) return;
+    const std::string japanese = message();
+    if (message_number(japanese) == message_no_such_file) {
+        if (run(ACC_VKEY_FILE_CHECK) == ACC_RET_OK) {
+            throw LibraryFailure(action, result, japanese,
+                                 {"the file is there but cannot be written: every set but "
+                                  "default.kig is opened for update; make it writable"});
+        }
+        std::vector<std::string> hints{"'kigou files' lists the symbol files"};
+        if (run(ACC_VKEY_FILE_TITLES) == ACC_RET_OK) {
+            for (const Title &title : display_list().items) hints.push_back("  " + title.text);
+        } else {
+            hints = {"cannot read the directory " + directories_.program + "; see --program-dir"};
+        }
+        throw Failure(Status::nothing_found, failure_text(action, result, japanese), hints);
+    }
+    throw LibraryFailure(action, result, japanese);
+}
+
+Listing<Title> Host::tree() {
+    if (const int result = run(ACC_VKEY_TREE_TITLES); result != ACC_RET_OK) {
+        fail("cannot list the titles", result);
+    }
+    return display_list();
+}
+
+Contents Host::contents(const Title &path) {
+    record_.wCurrentList = 1;
+    set_string(0, path.sjis);
+    const int result = run(ACC_VKEY_SET_POSITION);
+    Contents contents;
+    const bool file_without_titles = result == ACC_RET_ERROR && record_.cchMessage == 0;
+    if (file_without_titles) return contents;
+    if (result != ACC_RET_OK) fail("cannot read " + path.text, result);
+    const ListBox &list = record_.tListBox[record_.wCurrentList - 1];
+    // The lists of its ancestors are refilled too; only a full list can be the cut one.
+    contents.cut_short = cut_short() && list.cchLBListLen + ACC_SIZE_LB_LEVEL > 65535;
+    std::span<const unsigned char> rest(list.lpchLBList, list.cchLBListLen);
+    for (std::size_t i = 0; i < list.cchLBItemTotal; ++i) {
+        const auto end = std::find(rest.begin(), rest.end(), 0);
+        const auto length = static_cast<std::size_t>(end - rest.begin());
+        if (list.lpchLBListInfo[i] & LBINFO_SYMBOL) {
+            contents.symbols.emplace_back(rest.begin(), end);
+        } else if (Title title = title_of(rest.first(length)); is_child(title, path)) {
+            contents.titles.push_back(std::move(title));
+        }
+        rest = rest.subspan(std::min(length + 1, rest.size()));
+    }
+    return contents;
+}
+
+} // namespace kigou

@@ -1,0 +1,45 @@
+// messages.cpp - see messages.h.
+#include "cli/messages.h"
+
+namespace kigou {
+
+const std::array<LibraryMessage, 20> library_messages{{
+    {"記号ファイルが存在しません。", "the symbol file does not exist",
+     "'kigou files' lists the symbol files"},
+    {"ファイルのオープンに失敗しました。", "a file could not be opened",
+     "check that the temporary directory (TMPDIR) exists, is writable and has room"},
+    {"引数エラー", "a directory name is empty or too long",
+     "check --program-dir, --common-dir and --user-dir"},
+    {"詳細情報はありません。", "there is no detailed information", ""},
+    {"メモリが割り当てられていません。", "memory has not been allocated", ""},
+    {"ファイルが開いています。", "a file is already open", ""},
+    {"記号ファイルではありません。", "not a symbol file",
+     "the file must be EUC-JP text with LF line ends that begins with 〈記号〉, with titles and "
+     "paths within their limits"},
+    {"ファイルの読み込みに失敗しました。", "reading a file failed", ""},
+    {"ファイルの書き込みに失敗しました。", "writing a file failed",
+     "check that the temporary directory (TMPDIR) has room"},
+    {"リストボックスのメモリが足りません。", "not enough list-box memory",
+     "a symbol file may be ten levels deep, its own title included"},
+    {"ファイルが開いていません。", "no file is open", ""},
+    {"メモリの確保に失敗しました。", "allocating memory failed", ""},
+    {"記号タイトルが既に存在します。", "the symbol title already exists", ""},
+    {"入力エラーです。", "the input is not acceptable", ""},
+    {"親タイトルは削除できません。", "a parent title cannot be deleted",
+     "delete the titles below it first"},
+    {"親タイトルには登録できません。", "symbols cannot be registered under a parent title", ""},
+    {"記号ファイルのコンバートに失敗しました。", "converting the symbol file failed", ""},
+    {"標準の記号での保存はできません。", "cannot save under the title of the standard set",
+     "save under another title"},
+    {"記号ファイルが既に存在します。", "the symbol file already exists", ""},
+    {"標準の記号は削除できません。", "the standard set cannot be deleted", ""},
+}};
+
+std::optional<int> message_number(std::string_view japanese) {
+    for (std::size_t i = 0; i < library_messages.size(); ++i) {
+        if (library_messages[i].japanese == japanese) return static_cast<int>(i);
+    }
+    return std::nullopt;
+}
+
+} // namespace kigou

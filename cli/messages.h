@@ -1,0 +1,28 @@
+// messages.h - the library's error messages, for people who do not read Japanese.
+#ifndef KIGOU_MESSAGES_H
+#define KIGOU_MESSAGES_H
+
+#include <array>
+#include <optional>
+#include <string_view>
+
+namespace kigou {
+
+struct LibraryMessage {
+    std::string_view japanese; /**< as the library writes it, in UTF-8 */
+    std::string_view english;
+    std::string_view advice; /**< what to do next; empty when that is plain */
+};
+
+/** By message number. */
+extern const std::array<LibraryMessage, 20> library_messages;
+
+/** Number of a message by its decoded text; nothing for any other text. */
+std::optional<int> message_number(std::string_view japanese);
+
+/** Messages that decide what a command does. */
+enum { message_no_such_file = 0, message_list_too_long = 9 };
+
+} // namespace kigou
+
+#endif
