@@ -31,7 +31,9 @@ bool any_agrees(Records records, Order ordered, std::string_view path) {
     const auto at_least = std::lower_bound(
         ordered.begin(), ordered.end(), path,
         [&](std::uint16_t number, std::string_view key) { return path_of(number) < key; });
-    if (at_least != ordered.end() && path_of(*at_least).starts_with(path)) return true;
+    if (at_least != ordered.end() && common_length(path_of(*at_least), path) == path.size()) {
+        return true;
+    }
 
     // Is one of them a proper beginning of path? The greatest one that is not above the
     // key bounds how long such a beginning can be, and so gives the next, shorter key.
