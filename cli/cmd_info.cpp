@@ -18,11 +18,11 @@ namespace kigou {
 namespace {
 
 // As for the counts of the tree, each title is positioned once.
-constexpr std::size_t titles_searched = 500;
+constexpr std::size_t titles_searched = 2000;
 
 struct Options {
     std::vector<std::string> symbols;
-    std::string file;
+    std::optional<std::string> file;
 };
 
 struct Asked {
@@ -78,6 +78,7 @@ std::string from_unicode(const std::string &text) {
 std::vector<Sjis> symbols_of(const std::string &argument) {
     if (auto symbol = from_kuten(argument)) return {*symbol};
     if (auto symbol = from_code(argument)) return {*symbol};
+    if (argument.empty()) throw Failure(Status::failed, "an empty argument names no symbol");
     std::vector<Sjis> symbols;
     for (const char32_t character : to_characters(from_unicode(argument))) {
         const std::string utf8 = to_utf8(character);
@@ -105,7 +106,7 @@ std::vector<Sjis> symbols_of(const std::string &argument) {
 void search_open_file(Host &host, std::vector<Asked> &asked) {
     const Listing<Title> tree = host.tree();
     const std::string &file = tree.items.front().text;
-    if (tree.items.size() > titles_searched) {
+    if (tree.cut_short || tree.items.size() > titles_searched) {
         complain(file + " is not searched: it has more than " + std::to_string(titles_searched) +
                  " titles");
         return;
@@ -159,10 +160,10 @@ Status run(const Context &context, const Options &options) {
         for (Sjis &symbol : symbols_of(argument)) asked.push_back({std::move(symbol), {}});
     }
     Host host(context.directories);
-    if (options.file.empty()) {
+    if (!options.file) {
         search_all_files(host, asked);
     } else {
-        host.open(typed_title(options.file));
+        host.open(typed_title(*options.file));
         search_open_file(host, asked);
     }
     Status status = Status::nothing_found;

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 
 #include "cli/command.h"
 #include "cli/host.h"
@@ -17,7 +18,7 @@ constexpr std::size_t symbols_per_line = 10;
 
 struct Options {
     std::string path;
-    std::string file;
+    std::optional<std::string> file;
     bool codes = false;
 };
 
@@ -35,7 +36,7 @@ void print_grid(const std::vector<SymbolCodes> &symbols) {
 
 /** The symbol comes last: terminals do not agree on the width of all symbols. */
 void print_codes(const std::vector<SymbolCodes> &symbols) {
-    const auto line = [](auto... cells) { (std::cout << ... << padded(cells, 11)); };
+    const auto line = [](auto... cells) { ((std::cout << padded(cells, 10) << ' '), ...); };
     line("Shift_JIS", "JIS", "kuten", "Unicode");
     std::cout << "symbol\n";
     for (const SymbolCodes &codes : symbols) {

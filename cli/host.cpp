@@ -209,6 +209,9 @@ Contents Host::contents(const Title &path) {
     Contents contents;
     const bool file_without_titles = result == ACC_RET_ERROR && record_.cchMessage == 0;
     if (file_without_titles) return contents;
+    if (result == ACC_RET_NOTFOUND) {
+        throw Failure(Status::nothing_found, "there is no title " + path.text);
+    }
     if (result != ACC_RET_OK) fail("cannot read " + path.text, result);
     const ListBox &list = record_.tListBox[record_.wCurrentList - 1];
     // The lists of its ancestors are refilled too; only a full list can be the cut one.

@@ -81,7 +81,7 @@ class Host {
     /**
      * Children and symbols of a title of the open file; the file's own title is one.
      * Of two blocks with the same path the first is meant.
-     * @throws LibraryFailure
+     * @throws Failure (nothing found) when there is no such title; LibraryFailure
      */
     Contents contents(const Title &path);
 

@@ -42,6 +42,7 @@ void declare_directories(CLI::App &app, Directories &directories) {
 void declare_commands(CLI::App &app, Invocation &invocation) {
     app.require_subcommand(1);
     app.fallthrough();
+    app.add_flag("--json", invocation.context.json, "Write JSON");
     for (const Command *command : commands) {
         CLI::App *const options = app.add_subcommand(command->name, command->summary);
         options->footer(std::string("Examples:\n") + command->examples);

@@ -129,22 +129,22 @@ Title typed_title(const std::string &typed) {
     return {std::move(sjis), std::move(text)};
 }
 
-Located locate(Host &host, const std::string &typed, const std::string &file) {
+Located locate(Host &host, const std::string &typed, const std::optional<std::string> &file) {
     std::string path = normalized(typed_title(typed).text);
-    const Title owner = file.empty() ? file_of(host, path) : typed_title(file);
+    const Title owner = file ? typed_title(*file) : file_of(host, path);
     const std::string root = normalized(owner.text);
     if (path.empty()) {
         path = root;
     } else if (path != root && !lies_below(path, root)) {
-        path = root + std::string(separator) + path;
+        path = normalized(root + std::string(separator) + path);
     }
     host.open(owner);
     Listing<Title> tree = host.tree();
     const auto found = std::find_if(tree.items.begin(), tree.items.end(), [&](const Title &title) {
         return normalized(title.text) == path;
     });
-    if (found == tree.items.end()) not_found(tree.items, path);
-    Title title = *found;
+    if (found == tree.items.end() && !tree.cut_short) not_found(tree.items, path);
+    Title title = found == tree.items.end() ? typed_title(path) : *found;
     return {std::move(title), std::move(tree)};
 }
 

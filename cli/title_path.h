@@ -2,6 +2,7 @@
 #ifndef KIGOU_TITLE_PATH_H
 #define KIGOU_TITLE_PATH_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,7 +29,7 @@ Title typed_title(const std::string &typed);
 /** A title of the open file, with all titles beside it. */
 struct Located {
     Title path;
-    Listing<Title> tree;
+    Listing<Title> tree; /**< when it is cut short, the path may be missing from it */
 };
 
 /**
@@ -39,7 +40,7 @@ struct Located {
  *
  * @throws Failure (nothing found) with titles that come near, or what the open throws
  */
-Located locate(Host &host, const std::string &typed, const std::string &file);
+Located locate(Host &host, const std::string &typed, const std::optional<std::string> &file);
 
 } // namespace kigou
 
