@@ -1,0 +1,40 @@
+// A scratch directory with the three directories of a host and a TMPDIR of its own.
+#ifndef TESTS_SUPPORT_WORKSPACE_H
+#define TESTS_SUPPORT_WORKSPACE_H
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+class Workspace {
+  public:
+    Workspace();
+    ~Workspace();
+    Workspace(const Workspace &) = delete;
+    Workspace &operator=(const Workspace &) = delete;
+
+    std::filesystem::path root, program, common, temp;
+
+    /** Writes a file of the program directory, its bytes as they are. */
+    void put(const std::string &name, const std::string &disk_bytes) const;
+
+    /** The working temp files that lie about. */
+    std::vector<std::filesystem::path> temp_files() const;
+};
+
+std::string read_file(const std::filesystem::path &path);
+void write_file(const std::filesystem::path &path, const std::string &bytes);
+
+/** Open descriptors of this process. */
+std::size_t open_descriptors();
+
+/** The head and the blocks of a symbol file in the disk form; all arguments UTF-8. */
+std::string symbol_file(const std::string &title, const std::string &blocks = "");
+
+/** One block; each symbol line must end with LF unless it is the last. */
+std::string block(const std::string &path, const std::string &symbols = "");
+
+/** File 例: 矢印 with four arrows, 数学 with ＋×÷ and ±, and the empty 数学／比較. */
+std::string worked_example();
+
+#endif
