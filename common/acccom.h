@@ -21,6 +21,8 @@
 extern "C" {
 #endif
 
+#pragma GCC visibility push(default)
+
 /* ---- Strings: copying and lengths ------------------------------------------------ */
 
 /** Upper case of 'a' to 'z'; any other byte unchanged. */
@@ -421,6 +423,8 @@ unsigned char *CM_GetString2(const unsigned char *list, int n, int *length);
  * @return  pointer into list; null when there is none
  */
 unsigned char *CM_Bsistrpbrk(const unsigned char *list, const unsigned char *key);
+
+#pragma GCC visibility pop
 
 #ifdef __cplusplus
 }
