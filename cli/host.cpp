@@ -166,8 +166,8 @@ Listing<Title> Host::file_titles() {
         fail("cannot look for symbol files", handed_over);
     }
     if (const int result = run(ACC_VKEY_FILE_TITLES); result != ACC_RET_OK) {
-        throw LibraryFailure("cannot read the directory " + directories_.program, result, message(),
-                             {"name the directory of the symbol sets with --program-dir"});
+        throw Failure(Status::failed, "cannot read the directory \"" + directories_.program + "\"",
+                      {"name the directory of the symbol sets with --program-dir"});
     }
     return display_list();
 }
@@ -188,7 +188,8 @@ void Host::open(const Title &file) {
         if (run(ACC_VKEY_FILE_TITLES) == ACC_RET_OK) {
             for (const Title &title : display_list().items) hints.push_back("  " + title.text);
         } else {
-            hints = {"cannot read the directory " + directories_.program + "; see --program-dir"};
+            hints = {"cannot read the directory \"" + directories_.program +
+                     "\": name that of the symbol sets with --program-dir"};
         }
         throw Failure(Status::nothing_found, failure_text(action, result, japanese), hints);
     }

@@ -65,7 +65,9 @@ Status run(int argc, char **argv) {
         app.exit(asked_for_help);
         return Status::found;
     } catch (const CLI::ParseError &error) {
-        complain(error.what());
+        const std::vector<std::string> unknown = app.remaining();
+        const bool no_command = app.get_subcommands().empty() && !unknown.empty();
+        complain(no_command ? "there is no command " + unknown.front() : error.what());
         complain("'kigou --help' shows the commands, 'kigou COMMAND --help' their options");
         return Status::failed;
     }

@@ -212,6 +212,12 @@ TEST_F(Kigou, shows_the_example_as_text) {
          2,
          "",
          "kigou: kuten 95-1 is not from 1-1 to 94-94\n"},
+        {"a command that does not exist",
+         {"fils"},
+         2,
+         "",
+         "kigou: there is no command fils\n"
+         "kigou: 'kigou --help' shows the commands, 'kigou COMMAND --help' their options\n"},
         {"no command",
          {},
          2,
@@ -294,9 +300,10 @@ TEST_F(Kigou, says_what_to_do_when_a_file_cannot_be_opened) {
     }
     const Outcome unreadable = run({"files"}, nullptr, "absent");
     EXPECT_EQ(unreadable.status, 2);
-    EXPECT_NE(unreadable.err.find("name the directory of the symbol sets with --program-dir"),
-              std::string::npos)
-        << unreadable.err;
+    EXPECT_EQ(unreadable.err,
+              "kigou: cannot read the directory \"" + (folder / "absent").string() +
+                  "\"\n"
+                  "kigou: name the directory of the symbol sets with --program-dir\n");
     EXPECT_EQ(run({"files"}, "/dev/full").status, 2) << "a full disk goes unnoticed";
 }
 
