@@ -1,0 +1,236 @@
+// The input as a symbol file on disk, opened, browsed and closed as a host would.
+//
+// Whatever the bytes are: every command gives a documented result, no buffer is overrun,
+// the working temp file describes itself truly, what the lists and the title list show
+// agrees with it, and after the close no file and no descriptor is left.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <string>
+#include <vector>
+
+#include "common/sjis_text.h"
+#include "fuzz/canary_host.h"
+#include "sym/temp_index.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/** Scratch directories, in memory where that is possible; gone at exit. */
+struct Scratch {
+    Scratch() {
+        std::error_code ignored;
+        const bool memory = fs::is_directory("/dev/shm", ignored) && access("/dev/shm", W_OK) == 0;
+        std::string name =
+            (memory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "accsym-fuzz-XXXXXX";
+        HOLDS(mkdtemp(name.data()) != nullptr);
+        root = name;
+        files = root / "files";
+        temp = root / "temp";
+        fs::create_directory(files);
+        fs::create_directory(temp);
+        setenv("TMPDIR", temp.c_str(), 1);
+    }
+    ~Scratch() {
+        std::error_code ignored;
+        fs::remove_all(root, ignored);
+    }
+    fs::path root, files, temp;
+};
+
+std::string content(const fs::path &path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string text(const unsigned char *bytes) {
+    return reinterpret_cast<const char *>(bytes);
+}
+
+int lowest_free_descriptor() {
+    const int descriptor = open("/dev/null", O_RDONLY);
+    close(descriptor);
+    return descriptor;
+}
+
+/** What the working temp file holds: its records and its text. */
+struct TempFile {
+    explicit TempFile(const fs::path &directory) {
+        const std::vector<fs::path> files{fs::directory_iterator(directory),
+                                          fs::directory_iterator()};
+        HOLDS(files.size() == 1);
+        const std::string bytes = content(files[0]);
+        TempIndex header;
+        HOLDS(bytes.size() >= sizeof header);
+        std::memcpy(&header, bytes.data(), sizeof header);
+        HOLDS(header.usCount >= 1 && header.reserved == 0);
+        HOLDS(header.ulTextPos == sizeof header + header.usCount * sizeof(TempInfo));
+        HOLDS(bytes.size() >= header.ulTextPos);
+        records.resize(header.usCount);
+        std::memcpy(records.data(), bytes.data() + sizeof header,
+                    header.usCount * sizeof(TempInfo));
+        text = bytes.substr(header.ulTextPos);
+    }
+    std::vector<TempInfo> records;
+    std::string text;
+};
+
+unsigned symbols_of(const std::string &data) {
+    unsigned symbols = 0;
+    for (std::size_t i = 0; i < data.size(); i += 2) symbols += data.compare(i, 2, "\r\n") != 0;
+    return symbols;
+}
+
+/** Each record against the text: its title line, its data and what ends it. */
+void check_records(const TempFile &temp) {
+    const TempInfo &file = temp.records[0];
+    const std::string title = text(file.ucTitle);
+    HOLDS(file.usBlockNo == 1 && file.usLevel == 1 && text(file.ucPath) == title);
+    HOLDS(file.ulDataPos == 0 && file.ulDataLen == 0 && file.ulSymbolNum == 0);
+    HOLDS(temp.text.compare(file.ulTitlePos, title.size(), title) == 0);
+    std::size_t end = file.ulTitlePos + title.size(); // of the block before
+    for (std::size_t i = 1; i < temp.records.size(); ++i) {
+        const TempInfo &block = temp.records[i];
+        HOLDS(block.usBlockNo == i + 1 && block.usLevel >= 2 && block.usLevel <= ACC_LISTBOX_MAX);
+        HOLDS(std::memchr(block.ucTitle, 0, sizeof block.ucTitle) &&
+              std::memchr(block.ucPath, 0, sizeof block.ucPath));
+        const std::string path = text(block.ucPath);
+        HOLDS(path.starts_with(title + "\x81\x5E") && path.ends_with(text(block.ucTitle)));
+        HOLDS(block.ulTitlePos >= end && block.ulDataPos > block.ulTitlePos);
+        const std::string bracketed = "\x81\x6D" + path.substr(title.size() + 2) + "\x81\x6E";
+        const std::size_t found = temp.text.find(bracketed, block.ulTitlePos);
+        const std::size_t open_ended =
+            temp.text.find(bracketed.substr(0, bracketed.size() - 2), block.ulTitlePos);
+        HOLDS(std::min(found, open_ended) < block.ulDataPos);
+        end = block.ulDataPos + 2 * std::size_t{block.ulDataLen};
+        HOLDS(end <= temp.text.size());
+        const std::string data = temp.text.substr(block.ulDataPos, 2 * block.ulDataLen);
+        HOLDS(block.ulSymbolNum == symbols_of(data));
+        HOLDS(temp.text.compare(end, acc::hyphen_line, std::string(acc::hyphen_line, '-')) == 0);
+    }
+}
+
+/** The strings of lpchDisplay. */
+std::vector<std::string> displayed(const Accdata &record) {
+    std::vector<std::string> strings;
+    std::size_t at = 0;
+    while (at < record.cchDisplay) {
+        strings.push_back(text(record.lpchDisplay + at));
+        at += strings.back().size() + 1;
+    }
+    HOLDS(at == record.cchDisplay && record.lpchDisplay[at] == 0);
+    return strings;
+}
+
+/** Walks the items of a list as a host does. @return how many of them are symbols */
+unsigned walk(const ListBox &list) {
+    unsigned symbols = 0;
+    std::size_t at = 0;
+    for (unsigned i = 0; i < list.cchLBItemTotal; ++i) {
+        HOLDS(at < list.cchLBListLen);
+        const unsigned char attribute = list.lpchLBListInfo[i];
+        HOLDS(attribute == 2 || attribute == 3 || attribute == 4);
+        HOLDS(attribute == LBINFO_SYMBOL || symbols == 0);
+        symbols += attribute == LBINFO_SYMBOL;
+        at += std::strlen(reinterpret_cast<char *>(list.lpchLBList + at)) + 1;
+        if (at < list.cchLBListLen && list.lpchLBList[at] == 0) ++at;
+    }
+    HOLDS(at == list.cchLBListLen);
+    return symbols;
+}
+
+using FirstRecords = std::map<std::string, const TempInfo *>;
+
+/** Whether the refresh of that title finds a record for each list up to the first. */
+bool has_ancestors(const FirstRecords &first, const TempInfo &node) {
+    std::string path = text(node.ucPath);
+    for (int list = node.usLevel; list > 0; --list) {
+        if (!first.contains(path)) return false;
+        const auto *bytes = reinterpret_cast<const unsigned char *>(path.c_str());
+        if (const auto *cut = acc::find_last_char(bytes, 0x815E)) {
+            path.resize(static_cast<std::size_t>(cut - bytes));
+        }
+    }
+    return true;
+}
+
+void position(CanaryHost &host, const FirstRecords &first, const std::string &path) {
+    const TempInfo &node = *first.at(path);
+    const int result = host.run(ACC_VKEY_SET_POSITION, path);
+    HOLDS(result == (has_ancestors(first, node) ? ACC_RET_OK : ACC_RET_ERROR));
+    HOLDS(host.record.wCurrentList == node.usLevel && text(host.current().lpchLBLevel) == path);
+    const unsigned symbols = walk(host.current());
+    const bool cut_short = host.record.cchMessage != 0;
+    HOLDS(cut_short ? symbols <= node.ulSymbolNum : symbols == node.ulSymbolNum);
+}
+
+void browse(CanaryHost &host, const TempFile &temp) {
+    FirstRecords first;
+    for (const TempInfo &record : temp.records) first.emplace(text(record.ucPath), &record);
+
+    HOLDS(host.run(ACC_VKEY_TREE_TITLES) == ACC_RET_OK);
+    const std::vector<std::string> titles = displayed(host.record);
+    HOLDS(host.record.cchMessage != 0 || titles.size() == temp.records.size());
+    for (std::size_t i = 0; i < titles.size(); ++i)
+        HOLDS(titles[i] == text(temp.records[i].ucPath));
+
+    static constexpr int keys[] = {
+        ACC_VKEY_GET_INFO,    ACC_VKEY_DECISION,   ACC_VKEY_NEXT_ITEM,
+        ACC_VKEY_NEXT_BLOCK,  ACC_VKEY_RIGHT_ITEM, ACC_VKEY_GET_INFO,
+        ACC_VKEY_BEFORE_ITEM, ACC_VKEY_LEFT_ITEM,  ACC_VKEY_BEFORE_BLOCK};
+    for (std::size_t i = 0; i < titles.size() && i < 24 && temp.records.size() > 1; ++i) {
+        position(host, first, titles[i]);
+        for (const int key : keys) {
+            const int result = host.run(key);
+            HOLDS(result == ACC_RET_OK || result == ACC_RET_NONE || result == ACC_RET_ERROR);
+            HOLDS(host.record.wCurrentList >= 1 && host.record.wCurrentList <= ACC_LISTBOX_MAX);
+        }
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+    static const Scratch scratch;
+    static CanaryHost &host = *new CanaryHost(scratch.files);
+    const std::string input(reinterpret_cast<const char *>(data), size);
+    const fs::path path = scratch.files / "input.kig";
+    std::ofstream(path, std::ios::binary) << input;
+    const int free_descriptor = lowest_free_descriptor();
+
+    // A geometry that depends on the input: from none at all to headers wider than a list.
+    static constexpr unsigned headers[] = {4, 4, 4, 0, 1, 2, 3, 9, 65535};
+    static constexpr unsigned pages[] = {9, 9, 1, 0, 20, 65535};
+    host.record.wCurrentList = 1;
+    HOLDS(host.set_attribute(pages[size % std::size(pages)], headers[size % std::size(headers)],
+                             64) == ACC_RET_OK);
+
+    // The first open tells the library its directories; no file has this title.
+    HOLDS(host.run(ACC_VKEY_FILE_OPEN, "\x01") == ACC_RET_ERROR ||
+          host.run(ACC_VKEY_FILE_CLOSE) == 1);
+    HOLDS(host.run(ACC_VKEY_FILE_TITLES, "") == ACC_RET_OK);
+    for (const std::string &title : displayed(host.record)) {
+        const int result = host.run(ACC_VKEY_FILE_OPEN, title);
+        if (result != ACC_RET_OK) {
+            HOLDS(result == ACC_RET_ERROR || result == ACC_RET_LBMEMORY);
+            HOLDS(host.record.cchMessage != 0 && g_tAccFile[1].hFile == 0);
+            continue;
+        }
+        const TempFile temp(scratch.temp);
+        check_records(temp);
+        browse(host, temp);
+        HOLDS(host.run(ACC_VKEY_GET_EDIT) == ACC_RET_NONE);
+        HOLDS(host.run(ACC_VKEY_FILE_CLOSE) == ACC_RET_OK);
+    }
+    HOLDS(host.run(ACC_VKEY_FILE_CLOSE) == ACC_RET_ERROR);
+    HOLDS(fs::is_empty(scratch.temp) && lowest_free_descriptor() == free_descriptor);
+    HOLDS(content(path) == input);
+    return 0;
+}
