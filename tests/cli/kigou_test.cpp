@@ -66,7 +66,7 @@ class Kigou : public testing::Test {
                {{"数学／比較", ""}},
                {{"数学論", ""}},
                {{"数学論／集合", "∈\n"}},
-               {{"雑", "　①--\n"}}});
+               {{"雑", "　①--\x1b[\n"}}});
     }
 
     Outcome run(std::vector<std::string> arguments, const char *output = nullptr,
@@ -131,7 +131,7 @@ TEST_F(Kigou, shows_the_example_as_text) {
          "│   └── 比較\n"
          "├── 数学論\n"
          "│   └── 集合 (1)\n"
-         "└── 雑 (3)\n",
+         "└── 雑 (4)\n",
          ""},
         {"a file", {"list", "例"}, 0, "例\n  矢印\n  数学／\n  数学論／\n  雑\n", ""},
         {"titles before symbols, none of a sibling with a longer name",
@@ -147,7 +147,11 @@ TEST_F(Kigou, shows_the_example_as_text) {
          "例／矢印\n→ ← ↑ ↓\n",
          ""},
         {"an empty title", {"list", "例／数学／比較"}, 0, "例／数学／比較\n", ""},
-        {"labelled blank", {"list", "例／雑"}, 0, "例／雑\n[空白] ①     --\n", ""},
+        {"labelled blank, and an escape that does not reach the terminal",
+         {"list", "例／雑"},
+         0,
+         "例／雑\n[空白] ①     --     \uFFFD[\n",
+         ""},
         {"codes",
          {"list", "例／雑", "--codes"},
          0,
@@ -155,7 +159,8 @@ TEST_F(Kigou, shows_the_example_as_text) {
          "Shift_JIS  JIS        kuten      Unicode    symbol\n"
          "8140       2121       1-1        U+3000     [空白]\n"
          "8740       2D21       13-1       U+2460     ① (vendor)\n"
-         "2D2D       -          -          U+002D U+002D --\n",
+         "2D2D       -          -          U+002D U+002D --\n"
+         "1B5B       -          -          U+001B U+005B \uFFFD[\n",
          ""},
         {"info of two symbols in one word",
          {"info", "→∈"},
@@ -177,6 +182,13 @@ TEST_F(Kigou, shows_the_example_as_text) {
          "",
          "kigou: there is no title 例／数楽\n"
          "kigou: did you mean 例／数学?\n"},
+        {"a character left out",
+         {"list", "例／数論"},
+         1,
+         "",
+         "kigou: there is no title 例／数論\n"
+         "kigou: did you mean 例／数学?\n"
+         "kigou: did you mean 例／数学論?\n"},
         {"the last title alone",
          {"list", "集合", "--file", "例"},
          1,
@@ -325,6 +337,9 @@ TEST_F(Kigou, shows_every_symbol_of_the_bundled_sets) {
     fs::copy(ACC_SOURCE_DIR "/data/default.kig", folder / "prog");
     fs::copy(ACC_SOURCE_DIR "/data/extended.kig", folder / "prog");
     EXPECT_EQ(run({"list", "一般記号/矢印"}).out, "標準の記号／一般記号／矢印\n→ ← ↑ ↓ ⇒ ⇔\n");
+    const json info = json::parse(run({"info", "※①", "--json"}).out);
+    EXPECT_EQ(info["symbols"][0]["paths"], json::array({"標準の記号／一般記号／事務"}));
+    EXPECT_EQ(info["symbols"][1]["paths"], json::array({"拡張の記号／丸数字"}));
     for (const auto &[file, symbols, vendor] :
          {std::tuple{"標準の記号", 682, false}, {"拡張の記号", 74, true}}) {
         int shown = 0;
@@ -335,7 +350,7 @@ TEST_F(Kigou, shows_every_symbol_of_the_bundled_sets) {
             for (const json &symbol : list["symbols"]) {
                 ++shown;
                 EXPECT_EQ(symbol["vendor"], vendor) << symbol;
-                EXPECT_FALSE(symbol["unicode"].is_null()) << symbol;
+                EXPECT_FALSE(symbol["unicode"].is_null() || symbol["kuten"].is_null()) << symbol;
             }
         }
         EXPECT_EQ(shown, symbols) << file;
