@@ -64,6 +64,22 @@ int rename_file(const unsigned char *from, const unsigned char *to) {
     return std::rename(c_path(from), c_path(to)) == 0 ? 0 : -1;
 }
 
+Move move_new(const unsigned char *from, const unsigned char *to) {
+    if (fault_hits(Operation::rename)) return Move::failed;
+    if (link(c_path(from), c_path(to)) == 0) {
+        unlink(c_path(from));
+        return Move::moved;
+    }
+    if (errno == EEXIST) return Move::taken;
+    // A file system without links: claim the name with an empty file, then replace that.
+    OpenFile claim(create_new(to, 0600));
+    if (!claim) return errno == EEXIST ? Move::taken : Move::failed;
+    claim.close();
+    if (std::rename(c_path(from), c_path(to)) == 0) return Move::moved;
+    unlink(c_path(to));
+    return Move::failed;
+}
+
 int sync_directory(const unsigned char *path) {
     if (fault_hits(Operation::sync)) return -1;
     const int descriptor = open(c_path(path), O_RDONLY | O_DIRECTORY | O_CLOEXEC);

@@ -44,6 +44,11 @@ bool stream_failed(int handle);
 /** Renames a file, replacing an existing target in one step. */
 int rename_file(const unsigned char *from, const unsigned char *to);
 
+enum class Move { moved, taken, failed };
+
+/** Renames a file to a name that must be free; taken: something has it. */
+Move move_new(const unsigned char *from, const unsigned char *to);
+
 /** Waits until a directory's entries are on the disk. */
 int sync_directory(const unsigned char *path);
 
