@@ -52,20 +52,11 @@ bool any_agrees(Records records, Order ordered, std::string_view path) {
 
 } // namespace
 
-int SymGetIndex2(Records records, const unsigned char *path, int first) {
+int SymGetIndex2(Records records, const unsigned char *path) {
     const std::size_t bytes = view(path).size() + 1; // the NUL too
     if (bytes > sizeof(TempInfo::ucPath)) return -1;
-    for (std::size_t i = static_cast<std::size_t>(first); i < records.size(); ++i) {
+    for (std::size_t i = 0; i < records.size(); ++i) {
         if (std::memcmp(records[i].ucPath, path, bytes) == 0) return static_cast<int>(i);
-    }
-    return -1;
-}
-
-int SymGetIndex3(Records records, const unsigned char *prefix, int first) {
-    const std::size_t bytes = view(prefix).size();
-    if (bytes >= sizeof(TempInfo::ucPath)) return -1;
-    for (std::size_t i = static_cast<std::size_t>(first); i < records.size(); ++i) {
-        if (std::memcmp(records[i].ucPath, prefix, bytes) == 0) return static_cast<int>(i);
     }
     return -1;
 }

@@ -17,11 +17,8 @@ namespace acc {
 
 using Records = std::span<const TempInfo>;
 
-/** First record from first on whose path is this one, or -1. */
-int SymGetIndex2(Records records, const unsigned char *path, int first);
-
-/** First record from first on whose path begins with this prefix, or -1. */
-int SymGetIndex3(Records records, const unsigned char *prefix, int first);
+/** First record whose path is this one, or -1. */
+int SymGetIndex2(Records records, const unsigned char *path);
 
 /** Whether a record is a child of the node of that level and path. */
 bool is_child(const TempInfo &record, unsigned level, const unsigned char *path);

@@ -18,6 +18,7 @@ inline constexpr auto m_ucSymHeader = sjis<"〈記号〉">();
 inline constexpr auto m_ucSymNameHeader = sjis<"名称=">();
 inline constexpr auto m_ucSymTitleKakko = sjis<"［%s］\r\n">();
 inline constexpr auto m_ucSymKugiri = sjis<"／">();
+inline constexpr unsigned short separator = 0x815E; // the same as a code
 inline constexpr auto m_ucSymHaihun = sjis<"----------------------------------------">();
 inline constexpr auto m_ucSymReturn = sjis<"\r\n">();
 inline constexpr auto m_ucSymDefault = sjis<"標準の記号">();

@@ -11,8 +11,6 @@
 namespace acc {
 namespace {
 
-constexpr unsigned short separator = 0x815E; // "／"
-
 enum class Fill { done, cut_short, failed };
 
 /** Appends the child titles of the node of that level and path. */
@@ -56,7 +54,7 @@ Fill SymGetIndexData(ListBox &list, const TempInfo &record) {
 Fill SymSetDataPosSub(ListBox &list, const unsigned char *path) {
     empty_list(list);
     const Records records = open_records();
-    const int number = SymGetIndex2(records, path, 0);
+    const int number = SymGetIndex2(records, path);
     if (number < 0) return Fill::failed;
     const TempInfo &node = records[static_cast<std::size_t>(number)];
     const Fill titles = SymGetIndexTitle(list, records, node.usLevel, path);
@@ -85,7 +83,7 @@ int SYM_SetDataPos(Accdata *record, const unsigned char *path) {
         acc::set_level(*list, path);
         return ACC_RET_ERROR;
     }
-    const int number = acc::SymGetIndex2(records, path, 0);
+    const int number = acc::SymGetIndex2(records, path);
     if (number < 0) return ACC_RET_NOTFOUND;
     const std::uint16_t level = records[static_cast<std::size_t>(number)].usLevel;
     if (level > ACC_LISTBOX_MAX) return ACC_RET_NOTFOUND;

@@ -44,12 +44,24 @@ void discard_temp_file(AccFile *file) {
     file->hFile = 0;
 }
 
-int SymTempOpenProc(Accdata *record) {
-    AccFile &file = g_tAccFile[1];
-    const int handle = SymTempOpen(&file);
-    file.hFile = handle == -1 ? 0 : handle;
+bool NewTempFile::create() {
+    const int handle = SymTempOpen(&file_);
+    file_.hFile = handle == -1 ? 0 : handle;
+    return handle != -1;
+}
+
+void NewTempFile::become_working() {
+    if (g_tAccFile[1].hFile != 0) discard_temp_file(&g_tAccFile[1]);
+    g_tAccFile[1] = file_;
+    file_.hFile = 0;
     owner = getpid();
-    return handle == -1 ? fail(record, Message::opening_failed) : ACC_RET_OK;
+}
+
+int SymTempOpenProc(Accdata *record) {
+    NewTempFile file;
+    if (!file.create()) return fail(record, Message::opening_failed);
+    file.become_working();
+    return ACC_RET_OK;
 }
 
 } // namespace acc

@@ -62,6 +62,29 @@ int SymTempOpen(AccFile *file);
 /** Closes a temp file and removes it; hFile becomes 0. */
 void discard_temp_file(AccFile *file);
 
+/** A new temp file; unless it became the working one it is removed at the end. */
+class NewTempFile {
+  public:
+    NewTempFile() = default;
+    ~NewTempFile() {
+        if (file_.hFile != 0) discard_temp_file(&file_);
+    }
+    NewTempFile(const NewTempFile &) = delete;
+    NewTempFile &operator=(const NewTempFile &) = delete;
+
+    /** @return false when it cannot be created */
+    bool create();
+
+    int handle() const { return file_.hFile; }
+    const unsigned char *path() const { return file_.ucFullName; }
+
+    /** Removes the working temp file and takes its place. */
+    void become_working();
+
+  private:
+    AccFile file_{};
+};
+
 /**
  * Creates the working temp file into g_tAccFile[1].
  * @return 1; 0 with message 1 in the record

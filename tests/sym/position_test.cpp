@@ -96,7 +96,7 @@ std::string children_by_definition(acc::Records records, std::size_t node) {
     };
     std::string result;
     children(node, [&](const TempInfo &child) {
-        const int first = acc::SymGetIndex2(records, child.ucPath, 0);
+        const int first = acc::SymGetIndex2(records, child.ucPath);
         int flag = 2;
         children(static_cast<std::size_t>(first), [&](const TempInfo &) { flag = 3; });
         result += (result.empty() ? "" : " ") + to_utf8(text(child.ucPath)) + '<' +
@@ -124,7 +124,7 @@ TEST(lists, agree_with_the_definition_of_a_child_in_odd_trees_too) {
         const acc::Records records = acc::open_records();
         for (std::size_t i = 0; i < records.size(); ++i) {
             // The first record of its path is the one that is shown.
-            const int first = acc::SymGetIndex2(records, records[i].ucPath, 0);
+            const int first = acc::SymGetIndex2(records, records[i].ucPath);
             f.host.position(to_utf8(text(records[i].ucPath)));
             const std::string path = to_utf8(text(records[i].ucPath));
             EXPECT_EQ(f.host.shown(f.host.record.wCurrentList),

@@ -1,0 +1,96 @@
+#include "sym/tree.h"
+
+#include <cstring>
+
+#include "common/acccom.h"
+#include "common/sjis_text.h"
+
+namespace acc {
+namespace {
+
+/** Reads the open file's text byte by byte from an offset on. */
+class TextReader {
+  public:
+    explicit TextReader(std::uint32_t offset) : offset_(offset) {
+        CM_seek(g_tAccFile[1].hFile, static_cast<int>(m_tTempIndex.ulTextPos + offset), 0);
+    }
+
+    /** The next byte, or -1 at the end. */
+    int next() {
+        if (at_ == count_) {
+            count_ = CM_read(g_tAccFile[1].hFile, sizeof buffer_, buffer_);
+            at_ = 0;
+            if (count_ == 0) return -1;
+        }
+        ++offset_;
+        return buffer_[at_++];
+    }
+
+    /** Offset of what next() gives next. */
+    std::uint32_t offset() const { return offset_; }
+
+  private:
+    std::uint32_t offset_;
+    int at_ = 0, count_ = 0;
+    unsigned char buffer_[512];
+};
+
+} // namespace
+
+std::uint16_t level_of(const unsigned char *path) {
+    std::uint16_t level = 2;
+    while ((path = find_char(path, separator))) {
+        path += 2;
+        ++level;
+    }
+    return level;
+}
+
+bool is_below(const unsigned char *path, const unsigned char *title) {
+    const auto begins_with = [](const unsigned char *text, const unsigned char *start,
+                                std::size_t bytes) {
+        return std::strncmp(reinterpret_cast<const char *>(text),
+                            reinterpret_cast<const char *>(start), bytes) == 0;
+    };
+    const std::size_t bytes = static_cast<std::size_t>(CM_lstrlen(title));
+    return begins_with(path, title, bytes) &&
+           begins_with(path + bytes, m_ucSymKugiri.data(), m_ucSymKugiri.size());
+}
+
+std::size_t insertion_index(Records records, std::size_t parent) {
+    std::size_t last = parent;
+    for (std::size_t i = parent + 1; i < records.size(); ++i) {
+        if (is_below(records[i].ucPath, records[parent].ucPath)) last = i;
+    }
+    return last + 1;
+}
+
+void move_blocks(std::span<TempInfo> records, std::int64_t bytes) {
+    const auto moved = [bytes](std::uint32_t offset) {
+        return static_cast<std::uint32_t>(offset + bytes);
+    };
+    for (TempInfo &record : records) {
+        record.ulTitlePos = moved(record.ulTitlePos);
+        record.ulDataPos = moved(record.ulDataPos);
+    }
+}
+
+std::uint32_t block_end(const TempInfo &record) {
+    TextReader text(record.ulDataPos + 2 * record.ulDataLen);
+    while (text.next() == '-') continue;
+    text.next(); // the byte that ended the run was the first of the line's end
+    return text.offset();
+}
+
+std::uint32_t name_line_end() {
+    const TempInfo &file = m_lptTempInfo[0];
+    TextReader text(file.ulTitlePos + static_cast<std::uint32_t>(CM_lstrlen(file.ucTitle)));
+    int before = 0, byte = text.next();
+    while (byte != -1 && !(before == '\r' && byte == '\n')) {
+        before = byte;
+        byte = text.next();
+    }
+    return text.offset();
+}
+
+} // namespace acc
