@@ -19,12 +19,23 @@ int marking_lists(Accdata *record, int result) {
     return result;
 }
 
+/** Runs an edit and, when it was made, shows the edited tree. */
+int edit(Accdata *record, int (*procedure)(Accdata *)) {
+    if (procedure(record) != ACC_RET_OK) return ACC_RET_NONE;
+    return SYM_Reflesh(record);
+}
+
+/** Runs a procedure on files when lpchString2 can be used. */
+int checked(Accdata *record, int (*procedure)(Accdata *)) {
+    const int check = PathChkProc(record);
+    return check == ACC_RET_OK ? procedure(record) : check;
+}
+
 } // namespace
 } // namespace acc
 
 int ACC_Sym_FileOpenProc(Accdata *record) {
-    if (const int result = acc::PathChkProc(record); result != ACC_RET_OK) return result;
-    return acc::marking_lists(record, SYM_FileOpenProc(record));
+    return acc::marking_lists(record, acc::checked(record, SYM_FileOpenProc));
 }
 
 int ACC_Sym_FileCloseProc(Accdata *record) {
@@ -49,4 +60,37 @@ int ACC_Sym_GetEditProc(void) {
 
 int ACC_Sym_GetFileTitleProc(Accdata *record) {
     return SYM_GetFileTitle(record);
+}
+
+int ACC_Sym_DataRegProc(Accdata *record) {
+    return acc::edit(record, SYM_DataChg);
+}
+
+int ACC_Sym_TitleAddProc(Accdata *record) {
+    return acc::edit(record, SYM_TitleAdd);
+}
+
+int ACC_Sym_TitleChgProc(Accdata *record) {
+    return acc::edit(record, SYM_TitleChg);
+}
+
+int ACC_Sym_TitleDelProc(Accdata *record) {
+    return acc::edit(record, SYM_TitleDel);
+}
+
+int ACC_Sym_FileNewProc(Accdata *record) {
+    SYM_FileCloseProc(record); // with no file open its message stays
+    return SYM_FileNewProc(record);
+}
+
+int ACC_Sym_FileSaveProc(Accdata *record) {
+    return acc::checked(record, SYM_FileSaveProc);
+}
+
+int ACC_Sym_FileDelProc(Accdata *record) {
+    return acc::checked(record, SYM_FileDelProc);
+}
+
+int ACC_Sym_FileConvProc(Accdata *record) {
+    return SYM_FileConv(record);
 }

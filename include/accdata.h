@@ -25,13 +25,13 @@ extern "C" {
  * lpchLBTitle has no size here: it must hold the longest caption that the host
  * itself passes with ACC_VKEY_SET_ATTRIBUTE, with its NUL.
  */
-#define ACC_SIZE_MESSAGE 80         /**< lpchMessage */
-#define ACC_SIZE_RESULT 3           /**< lpchResult: one double-byte character and its NUL */
-#define ACC_SIZE_DISPLAY 65536      /**< lpchDisplay */
-#define ACC_SIZE_LB_LEVEL 515       /**< lpchLBLevel: the longest full path and its NUL */
+#define ACC_SIZE_MESSAGE 80          /**< lpchMessage */
+#define ACC_SIZE_RESULT 3            /**< lpchResult: one double-byte character and its NUL */
+#define ACC_SIZE_DISPLAY 65536       /**< lpchDisplay */
+#define ACC_SIZE_LB_LEVEL 515        /**< lpchLBLevel: the longest full path and its NUL */
 #define ACC_SIZE_LB_LIST (65536 + 2) /**< lpchLBList */
-#define ACC_SIZE_LB_LISTINFO 32768  /**< lpchLBListInfo */
-#define ACC_SIZE_LB_ITEMINFO 16     /**< lpchLBItemInfo */
+#define ACC_SIZE_LB_LISTINFO 32768   /**< lpchLBListInfo */
+#define ACC_SIZE_LB_ITEMINFO 16      /**< lpchLBItemInfo */
 
 /** Result codes of AccSym, signed 32-bit. */
 enum {
@@ -65,16 +65,24 @@ enum {
     ACC_VKEY_LEFT_ITEM = 14,      /**< focus back to the list before */
     ACC_VKEY_FILE_OPEN = 22,      /**< open the symbol file titled lpchString1 */
     ACC_VKEY_FILE_CLOSE = 31,     /**< close it, dropping unsaved edits */
+    ACC_VKEY_DATA_REGISTER = 42,  /**< replace the symbols of the title shown */
     ACC_VKEY_BEFORE_BLOCK = 50,   /**< previous page of the current list */
     ACC_VKEY_BEFORE_ITEM = 55,    /**< previous item of the current list */
     ACC_VKEY_NEXT_ITEM = 67,      /**< next item of the current list */
     ACC_VKEY_GET_INFO = 132,      /**< codes of the current symbol into lpchLBItemInfo */
+    ACC_VKEY_FILE_NEW = 133,      /**< close, then a new symbol file titled lpchString1 */
+    ACC_VKEY_FILE_SAVE = 134,     /**< save the open file under the title lpchString1 */
+    ACC_VKEY_FILE_DELETE = 135,   /**< delete the symbol file titled lpchString1 */
+    ACC_VKEY_TITLE_ADD = 136,     /**< add the title lpchString1 below the one shown */
+    ACC_VKEY_TITLE_CHANGE = 137,  /**< rename the title shown to lpchString1 */
+    ACC_VKEY_TITLE_DELETE = 138,  /**< delete the title shown and all below it */
     ACC_VKEY_FILE_CHECK = 139,    /**< does a symbol file titled lpchString1 exist? */
     ACC_VKEY_TREE_TITLES = 140,   /**< every title path of the open file into lpchDisplay */
     ACC_VKEY_GET_EDIT = 141,      /**< has the open file unsaved edits? */
     ACC_VKEY_SET_ATTRIBUTE = 142, /**< caption and list geometry */
     ACC_VKEY_SET_POSITION = 143,  /**< position the lists on the title path lpchString1 */
-    ACC_VKEY_FILE_TITLES = 144    /**< every symbol file title into lpchDisplay */
+    ACC_VKEY_FILE_TITLES = 144,   /**< every symbol file title into lpchDisplay */
+    ACC_VKEY_FILE_CONVERT = 145   /**< append the old-format file lpchString1 */
 };
 
 /**
@@ -86,11 +94,11 @@ enum {
  * of a symbol its two Shift_JIS bytes.
  */
 typedef struct ListBox {
-    unsigned char *lpchLBTitle;        /**< caption; may be null */
-    unsigned char *lpchLBLevel;        /**< full path of the title shown, set for the current list */
-    unsigned short cchLBListLen;       /**< bytes used in lpchLBList */
-    unsigned char *lpchLBList;         /**< the items, packed */
-    unsigned char *lpchLBListInfo;     /**< one LBINFO_ byte per item */
+    unsigned char *lpchLBTitle;    /**< caption; may be null */
+    unsigned char *lpchLBLevel;    /**< full path of the title shown, set for the current list */
+    unsigned short cchLBListLen;   /**< bytes used in lpchLBList */
+    unsigned char *lpchLBList;     /**< the items, packed */
+    unsigned char *lpchLBListInfo; /**< one LBINFO_ byte per item */
     unsigned short cchLBItemPageFirst; /**< 1-based number of the first item of the page */
     unsigned short cchLBItemTotal;     /**< items in the list, titles and symbols together */
     unsigned short cchLBItemNum;       /**< cursor on the page, 1-based; 0: no current item */

@@ -9,6 +9,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /** A file by its names and its open handle; 1552 bytes. Names are NUL-ended. */
 typedef struct AccFile {
@@ -31,6 +32,7 @@ extern int m_lSymSVValue;
 /** Bytes those entries take: 520 each. */
 extern int m_lSymSVBuffSize;
 
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

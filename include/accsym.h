@@ -23,6 +23,7 @@
 #ifdef __cplusplus
 extern "C" {
 #endif
+#pragma GCC visibility push(default)
 
 /**
  * Runs one command: empties the message, then calls the procedure that wVkey names.
@@ -140,6 +141,42 @@ int ACC_Sym_FileCloseProc(Accdata *record);
 /** SYM_GetInfo, and on success ACCDATA_LIST in both data-status fields. */
 int ACC_Sym_GetInfoProc(Accdata *record);
 
+/**
+ * Replaces the symbols of the title that the current list shows, then refills the lists.
+ *
+ * As for all four edits: the edit is in the working temp file at once, the symbol file
+ * changes with the next save, and a failed edit changes nothing.
+ *
+ * @return 1 done; 2 not done, with the message of SYM_DataChg; 0 done, but the lists could
+ *         not be refilled (message 7)
+ */
+int ACC_Sym_DataRegProc(Accdata *record);
+
+/** SYM_TitleAdd, then refills the lists; results as for ACC_Sym_DataRegProc. */
+int ACC_Sym_TitleAddProc(Accdata *record);
+
+/** SYM_TitleChg, then refills the lists; results as for ACC_Sym_DataRegProc. */
+int ACC_Sym_TitleChgProc(Accdata *record);
+
+/** SYM_TitleDel, then refills the lists; results as for ACC_Sym_DataRegProc. */
+int ACC_Sym_TitleDelProc(Accdata *record);
+
+/**
+ * Closes the open file, unsaved edits and all, then SYM_FileNewProc.
+ *
+ * When no file was open, message 10 stands in the record beside the new file's result.
+ */
+int ACC_Sym_FileNewProc(Accdata *record);
+
+/** SYM_FileSaveProc; lpchString2 must not be empty (message 2 or 4 and result 0). */
+int ACC_Sym_FileSaveProc(Accdata *record);
+
+/** SYM_FileDelProc; lpchString2 must not be empty (message 2 or 4 and result 0). */
+int ACC_Sym_FileDelProc(Accdata *record);
+
+/** SYM_FileConv. */
+int ACC_Sym_FileConvProc(Accdata *record);
+
 /** SYM_FileChkProc. */
 int ACC_Sym_FileChkProc(Accdata *record);
 
@@ -224,6 +261,101 @@ int SYM_GetTreeTitle(Accdata *record);
 /** @return 1 the open file has unsaved edits; 2 it has none */
 int SYM_GetEdit(void);
 
+/* ---- Editing --------------------------------------------------------------------- */
+
+/**
+ * Adds the title lpchString1 below the title that the current list shows, as an empty
+ * block behind all that lies below that title. The depth is not limited, but a file with
+ * a title below level 10 does not open again.
+ *
+ * A title is Shift_JIS, 1 to 256 bytes, without "／", "［", "］" or control characters, and
+ * comes back the same from EUC-JP; its full path has at most 514 bytes.
+ *
+ * @return 1 added; 0 with message 1 no temp file, 4 a null string, 8 the temp file cannot
+ *         be written, 11 no memory, 12 the title exists, 13 no such title or parent
+ */
+int SYM_TitleAdd(Accdata *record);
+
+/**
+ * Renames the title that the current list shows to lpchString1, with the paths of all that
+ * lies below it; in list 1 that is the file title (at most 255 bytes). The new path is
+ * shown in that list's lpchLBLevel.
+ *
+ * Renaming a block writes the text anew: remarks between blocks are not carried over.
+ *
+ * @return 1 renamed, or message 12 and the file title unchanged; 0 with message 1, 8, 11,
+ *         13 as for SYM_TitleAdd, 4 a null string or no memory, 10 no file open, 12 the
+ *         title exists or the list shows none
+ */
+int SYM_TitleChg(Accdata *record);
+
+/**
+ * Deletes the title that the current list shows with all that lies below it; focus moves
+ * to the list before.
+ *
+ * @return 1 deleted; 0 with message 1, 8, 11 as for SYM_TitleAdd, 12 the list shows no
+ *         title, 14 it shows the file itself
+ */
+int SYM_TitleDel(Accdata *record);
+
+/**
+ * Makes lpchString1 the symbols of the title that the current list shows.
+ *
+ * The data are Shift_JIS, at most 32767 bytes: lines of whole 2-byte symbols ended by
+ * CR LF, which the last may lack; no hyphens that would read as an end line; the same
+ * after EUC-JP and back.
+ *
+ * @return 1 done; 0 with message 1, 8, 11 as for SYM_TitleAdd, 4 a null string, 12 the list
+ *         shows no title, 13 data that cannot be stored, 15 it shows the file itself
+ */
+int SYM_DataChg(Accdata *record);
+
+/**
+ * Makes a new, empty symbol file titled lpchString1 the open one. It lies in the working
+ * temp file alone until it is saved. The directories are those of the last open.
+ *
+ * @return 1 open; -1 no memory (no message); 0 with message 1 no temp file, 4 a null
+ *         string, 8 the temp file cannot be written, 13 no title (an empty one is taken),
+ *         18 a file of that title exists
+ */
+int SYM_FileNewProc(Accdata *record);
+
+/**
+ * Saves the open file under the title lpchString1.
+ *
+ * A title that a file has: that file is replaced, and the file title within stays the open
+ * file's own. Any other: the open file's title changes to it (only list 1 shows that: lists
+ * further on want positioning anew) and a new file "@0000000.kig", or with the next free
+ * number, appears in the common directory. Either the new file is in place, whole, or what
+ * was there before is untouched.
+ *
+ * @return 1 saved (message 12 may stand beside it: the title was the open file's already);
+ *         -1 writing failed (no message); 0 with message 1 no file open, or the target
+ *         cannot be written or its directory takes no new file, 4 a null string, 11 no
+ *         memory or no free name, 17 the standard symbols, and those of a title change
+ */
+int SYM_FileSaveProc(Accdata *record);
+
+/**
+ * Deletes the symbol file titled lpchString1. The open file is not looked at.
+ * @return 1 deleted, or the system refused to; 0 with message 0 no such file, 4 a null
+ *         string, 19 the standard symbols
+ */
+int SYM_FileDelProc(Accdata *record);
+
+/**
+ * Appends the titles of an old-format file (".ini") to the open file as blocks.
+ *
+ * @param record  lpchString1 is the old file's path: a bare name, or one whose directories
+ *                are separated by backslashes; a "/" before the first "." is refused
+ * @return        1 appended; 0 with message 0 the name is refused, 1 no temp file, 4 a null
+ *                string, 10 no file open, 16 anything else: no such file, no title in it,
+ *                more than 99 titles or 32767 bytes, text that would not come back the same
+ *                from a save, no memory, a file that cannot be written
+ */
+int SYM_FileConv(Accdata *record);
+
+#pragma GCC visibility pop
 #ifdef __cplusplus
 }
 #endif

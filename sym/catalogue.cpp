@@ -1,6 +1,7 @@
 #include "sym/catalogue.h"
 
 #include <algorithm>
+#include <cstdio>
 #include <cstring>
 
 #include "common/acccom.h"
@@ -22,28 +23,6 @@ int m_lpucSymFileList_size; // bytes allocated; doubled when they are used up
 
 constexpr int entry_bytes = static_cast<int>(sizeof(SymFileListEntry));
 constexpr int head_bytes = 1023; // how much of a file is read to learn its title
-
-/** Appends one entry. @return 0; -1 when the table cannot grow, which then stays as it is */
-int SymMemTableMakeProc(const unsigned char *path, Text title) {
-    if (m_lSymSVBuffSize == m_lpucSymFileList_size) {
-        if (m_lpucSymFileList_size > INT32_MAX / 2) return -1;
-        const int larger = std::max(entry_bytes, 2 * m_lpucSymFileList_size);
-        void *table = m_lpucSymFileList
-                          ? CM_realloc(m_lpucSymFileList, static_cast<unsigned>(m_lSymSVBuffSize),
-                                       static_cast<unsigned>(larger))
-                          : CM_malloc(static_cast<unsigned>(larger));
-        if (!table) return -1;
-        m_lpucSymFileList = static_cast<SymFileListEntry *>(table);
-        m_lpucSymFileList_size = larger;
-    }
-    SymFileListEntry &entry = m_lpucSymFileList[m_lSymSVValue];
-    CM_strcpy(entry.ucFileName, path);
-    std::memcpy(entry.ucTitle, title.data(), title.size());
-    entry.ucTitle[title.size()] = 0;
-    ++m_lSymSVValue;
-    m_lSymSVBuffSize += entry_bytes;
-    return 0;
-}
 
 /** Adds one file. @return 0; -1 when it is no symbol file or does not fit its entry */
 int SymFileListUpProc(const unsigned char *path) {
@@ -80,6 +59,27 @@ int SymGetFileTitleSub(const unsigned char *directory) {
 
 } // namespace
 
+int SymMemTableMakeProc(const unsigned char *path, Text title) {
+    if (m_lSymSVBuffSize == m_lpucSymFileList_size) {
+        if (m_lpucSymFileList_size > INT32_MAX / 2) return -1;
+        const int larger = std::max(entry_bytes, 2 * m_lpucSymFileList_size);
+        void *table = m_lpucSymFileList
+                          ? CM_realloc(m_lpucSymFileList, static_cast<unsigned>(m_lSymSVBuffSize),
+                                       static_cast<unsigned>(larger))
+                          : CM_malloc(static_cast<unsigned>(larger));
+        if (!table) return -1;
+        m_lpucSymFileList = static_cast<SymFileListEntry *>(table);
+        m_lpucSymFileList_size = larger;
+    }
+    SymFileListEntry &entry = m_lpucSymFileList[m_lSymSVValue];
+    CM_strcpy(entry.ucFileName, path);
+    std::memcpy(entry.ucTitle, title.data(), title.size());
+    entry.ucTitle[title.size()] = 0;
+    ++m_lSymSVValue;
+    m_lSymSVBuffSize += entry_bytes;
+    return 0;
+}
+
 void SymInitFileTable() {
     CM_free(m_lpucSymFileList);
     m_lpucSymFileList = nullptr;
@@ -104,6 +104,40 @@ const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title) {
         if (CM_strcmp(m_lpucSymFileList[i].ucTitle, title) == 0) return &m_lpucSymFileList[i];
     }
     return nullptr;
+}
+
+void SymMemTableDelProc(const SymFileListEntry *entry) {
+    SymFileListEntry *place = m_lpucSymFileList + (entry - m_lpucSymFileList);
+    --m_lSymSVValue;
+    m_lSymSVBuffSize -= entry_bytes;
+    const SymFileListEntry *end = m_lpucSymFileList + m_lSymSVValue;
+    std::memmove(place, place + 1, static_cast<std::size_t>(end - place) * sizeof *place);
+}
+
+int SymGetFreeFileNoProc() {
+    if (m_lSymSVValue == 0) return 0;
+    const auto numbers = HeapBlock<int>::allocate(static_cast<unsigned>(m_lSymSVValue));
+    if (!numbers) return -1;
+    int count = 0;
+    for (int i = 0; i < m_lSymSVValue; ++i) {
+        static constexpr unsigned char mark[] = "@";
+        const unsigned char *at = CM_strpbrke(m_lpucSymFileList[i].ucFileName, mark);
+        if (!at) continue;
+        unsigned char digits[8] = {};
+        for (int k = 0; k < 7 && at[1 + k]; ++k) digits[k] = at[1 + k];
+        numbers[static_cast<std::size_t>(count++)] = CM_atol(digits);
+    }
+    std::sort(numbers.get(), numbers.get() + count);
+    int free = 0;
+    while (free < count && numbers[static_cast<std::size_t>(free)] <= free) ++free;
+    return free;
+}
+
+bool new_file_path(int number, NewPath &path) {
+    const int length =
+        std::snprintf(reinterpret_cast<char *>(path), sizeof path, "%s@%07ld.kig",
+                      reinterpret_cast<const char *>(m_ucZikCommonDir), static_cast<long>(number));
+    return length > 0 && static_cast<std::size_t>(length) < sizeof path;
 }
 
 } // namespace acc

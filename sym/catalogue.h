@@ -38,6 +38,25 @@ int rescan_catalogue();
  */
 const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title);
 
+/** Appends one entry. @return 0; -1 when the table cannot grow, which then stays as it is */
+int SymMemTableMakeProc(const unsigned char *path, Text title);
+
+/** Takes an entry out. */
+void SymMemTableDelProc(const SymFileListEntry *entry);
+
+/**
+ * The lowest number that no listed file named "@" and digits carries. A file of that
+ * number may exist all the same: a caller that makes one goes on to the next then.
+ * @return the number, or -1 when the heap is exhausted
+ */
+int SymGetFreeFileNoProc();
+
+/** A new file's whole path in the common directory, as a field of the catalogue holds it. */
+using NewPath = unsigned char[sizeof(SymFileListEntry::ucFileName)];
+
+/** Path of the new file of that number. @return false when it does not fit */
+bool new_file_path(int number, NewPath &path);
+
 } // namespace acc
 
 #endif
