@@ -1,0 +1,43 @@
+package jp.co.korm.wospen;
+
+import java.util.List;
+import java.util.Optional;
+
+/**
+ * One list box as it was when {@link SymbolFile} was asked for it; it does not change.
+ *
+ * @param number 1 to 10
+ * @param title the title whose contents it shows
+ * @param caption caption of {@link Layout}
+ * @param items child titles, then symbols, all of them and not only the page. After a title
+ *     the library also lists what lies below a title that merely begins with its name;
+ *     {@link Title#isBelow} tells
+ * @param headers what stands before each item by {@link Layout#headerSetting}, such as "1: "
+ * @param currentIndex index of the current item; -1 when there is none
+ * @param pageFirst index of the first item of the page
+ * @param itemsPerPage lines of a page; 0: not paged
+ * @param itemLength item length of {@link Layout}
+ */
+public record Column(int number, Title title, String caption, List<Item> items, List<String> headers,
+        int currentIndex, int pageFirst, int itemsPerPage, int itemLength) {
+    /** The current item. */
+    public Optional<Item> current() {
+        return currentIndex < 0 ? Optional.empty() : Optional.of(items.get(currentIndex));
+    }
+
+    /** The items of the page. */
+    public List<Item> page() {
+        int end = itemsPerPage == 0 ? items.size() : Math.min(items.size(), pageFirst + itemsPerPage);
+        return items.subList(Math.min(pageFirst, end), end);
+    }
+
+    /** The titles among the items. */
+    public List<Title> titles() {
+        return items.stream().filter(Title.class::isInstance).map(Title.class::cast).toList();
+    }
+
+    /** The symbols among the items. */
+    public List<Symbol> symbols() {
+        return items.stream().filter(Symbol.class::isInstance).map(Symbol.class::cast).toList();
+    }
+}
