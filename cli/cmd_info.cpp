@@ -103,6 +103,15 @@ std::vector<Sjis> symbols_of(const std::string &argument) {
     return symbols;
 }
 
+void search_title(Host &host, const Title &title, std::vector<Asked> &asked) {
+    const std::vector<Sjis> symbols = host.contents(title).symbols;
+    for (Asked &one : asked) {
+        if (std::find(symbols.begin(), symbols.end(), one.symbol) != symbols.end()) {
+            one.paths.push_back(title.text);
+        }
+    }
+}
+
 void search_open_file(Host &host, std::vector<Asked> &asked) {
     const Listing<Title> tree = host.tree();
     const std::string &file = tree.items.front().text;
@@ -112,12 +121,10 @@ void search_open_file(Host &host, std::vector<Asked> &asked) {
         return;
     }
     for (const Title &title : tree.items) {
-        const Contents contents = host.contents(title);
-        for (Asked &one : asked) {
-            const auto &symbols = contents.symbols;
-            if (std::find(symbols.begin(), symbols.end(), one.symbol) != symbols.end()) {
-                one.paths.push_back(title.text);
-            }
+        try {
+            search_title(host, title, asked);
+        } catch (const Failure &failure) {
+            complain(failure.what()); // the others can be searched all the same
         }
     }
 }

@@ -53,6 +53,16 @@ void draw_branches(std::vector<Row> &rows) {
     }
 }
 
+/** Nothing for a title that the library cannot show, such as one whose parent is missing. */
+std::optional<std::size_t> symbols_in(Host &host, const Title &title) {
+    try {
+        return host.contents(title).symbols.size();
+    } catch (const Failure &failure) {
+        complain(failure.what());
+        return std::nullopt;
+    }
+}
+
 Status run(const Context &context, const Options &options) {
     Host host(context.directories);
     host.open(typed_title(options.file));
@@ -66,7 +76,7 @@ Status run(const Context &context, const Options &options) {
         row.path = title.text;
         row.level = level_below(title.text, file);
         row.name = row.level == 1 ? title.text : last_title(title.text);
-        if (counted && row.level > 1) row.symbols = host.contents(title).symbols.size();
+        if (counted && row.level > 1) row.symbols = symbols_in(host, title);
         rows.push_back(std::move(row));
     }
     if (context.json) {

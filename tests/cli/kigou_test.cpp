@@ -319,6 +319,20 @@ TEST_F(Kigou, says_what_to_do_when_a_file_cannot_be_opened) {
     EXPECT_EQ(run({"files"}, "/dev/full").status, 2) << "a full disk goes unnoticed";
 }
 
+TEST_F(Kigou, shows_the_rest_of_a_file_with_a_title_it_cannot_read) {
+    write("prog/orphan.kig", "孤", {{{"親／子", "☆\n"}}, {{"他", "★\n"}}});
+    const std::string complaint =
+        "kigou: cannot read 孤／親／子: reading a file failed "
+        "(ファイルの読み込みに失敗しました。)\n";
+    const Outcome tree = run({"tree", "孤"});
+    EXPECT_EQ(tree.status, 0);
+    EXPECT_EQ(tree.out, "孤\n│   └── 子\n└── 他 (1)\n");
+    EXPECT_EQ(tree.err, complaint);
+    const Outcome info = run({"info", "★", "--json"});
+    EXPECT_EQ(json::parse(info.out)["symbols"][0]["paths"], json::array({"孤／他"}));
+    EXPECT_EQ(info.err, complaint);
+}
+
 TEST_F(Kigou, says_that_a_list_is_cut_short) {
     std::string symbols;
     for (int i = 0; i < 30000; ++i) symbols += "☆";
