@@ -7,10 +7,9 @@
 #include <cstring>
 #include <functional>
 
+#include "support/editing.h"
 #include "support/faults.h"
-#include "support/host.h"
 #include "support/text.h"
-#include "sym/temp_index.h"
 
 namespace {
 
@@ -27,22 +26,6 @@ void expect_nothing_open(const Workspace &ws, Host &host) {
     EXPECT_EQ(g_tAccFile[1].hFile, 0);
     EXPECT_TRUE(ws.temp_files().empty());
     EXPECT_EQ(host.run(ACC_VKEY_TREE_TITLES), 2);
-}
-
-struct Temp {
-    TempIndex header;
-    std::vector<TempInfo> records;
-    std::string text;
-};
-
-Temp read_temp() {
-    const std::string bytes = read_file(text(g_tAccFile[1].ucFullName));
-    Temp temp;
-    std::memcpy(&temp.header, bytes.data(), sizeof temp.header);
-    temp.records.resize(temp.header.usCount);
-    std::memcpy(temp.records.data(), bytes.data() + 8, 792u * temp.header.usCount);
-    temp.text = bytes.substr(temp.header.ulTextPos);
-    return temp;
 }
 
 std::string described(const TempInfo &r) {
