@@ -47,7 +47,9 @@ void run(const Bytes &input, const std::string &name) {
 class Choice {
   public:
     Choice(std::uint64_t seed, std::uint64_t index) : engine_(seed * 1000003 + index) {}
-    std::size_t below(std::size_t limit) { return limit == 0 ? 0 : engine_() % limit; }
+    std::size_t below(std::size_t limit) {
+        return limit == 0 ? 0 : static_cast<std::size_t>(engine_() % limit);
+    }
 
   private:
     std::mt19937_64 engine_;
