@@ -1,7 +1,11 @@
 package jp.co.korm.wospen;
 
 import java.io.ByteArrayOutputStream;
+import java.io.IOException;
+import java.io.UncheckedIOException;
+import java.nio.file.Files;
 import java.nio.file.Path;
+import java.nio.file.StandardCopyOption;
 import java.util.EnumSet;
 import java.util.List;
 import java.util.Optional;
@@ -229,11 +233,26 @@ public final class SymbolFile implements AutoCloseable {
         edit("cannot set the symbols", Command.DATA_REG, data.toByteArray());
     }
 
-    /** Appends the blocks of a symbol file of the old ".ini" form. */
+    /**
+     * Appends the blocks of a symbol file of the old ".ini" form.
+     *
+     * @throws UncheckedIOException if the old file cannot be read
+     */
     public void convert(Path oldFile) {
-        byte[] name = SymbolLibrary.fileName(oldFile);
         exclusively(() -> {
-            done("cannot convert " + oldFile, Command.FILE_CONVERT, name);
+            // The library takes a bare name alone, "old.ini", and for it what follows a
+            // backslash: a copy whose name has one can lie anywhere.
+            try {
+                Path copy = Files.createTempFile("accsym", "\\old.ini");
+                try {
+                    Files.copy(oldFile, copy, StandardCopyOption.REPLACE_EXISTING);
+                    done("cannot convert " + oldFile, Command.FILE_CONVERT, SymbolLibrary.fileName(copy));
+                } finally {
+                    Files.delete(copy);
+                }
+            } catch (IOException e) {
+                throw new UncheckedIOException("cannot convert " + oldFile, e);
+            }
             show(request.level(request.focus()));
             return null;
         });

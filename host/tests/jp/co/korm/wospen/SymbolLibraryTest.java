@@ -5,6 +5,7 @@ import static org.junit.jupiter.api.Assertions.assertFalse;
 import static org.junit.jupiter.api.Assertions.assertThrows;
 import static org.junit.jupiter.api.Assertions.assertTrue;
 
+import java.io.UncheckedIOException;
 import java.nio.file.Path;
 import java.util.ArrayList;
 import java.util.Collections;
@@ -165,7 +166,9 @@ class SymbolLibraryTest {
             assertEquals(List.of("Ａ", "Ｂ", "古い"), texts(file.column().items()));
             file.position(Title.of("小／古い"));
             assertEquals(List.of("☆", "★"), texts(file.column().items()));
-            assertRefused(0, 0, () -> file.convert(workspace.directory.resolve("none.ini")));
+            assertRefused(0, 16, () -> file.convert(workspace.directory.resolve("small.kig")));
+            assertThrows(UncheckedIOException.class, () -> file.convert(workspace.directory.resolve("none.ini")));
+            assertTrue(file.isEdited());
         }
     }
 
