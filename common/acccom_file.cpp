@@ -74,7 +74,10 @@ int CM_write(int handle, int n, const void *buffer) {
 int CM_seek(int handle, int offset, int origin) {
     std::FILE *const stream = acc::stream_of(handle);
     if (stream == nullptr) return -1;
-    return std::fseek(stream, offset, origin);
+    if (std::fseek(stream, offset, origin) != 0) return -1;
+    std::clearerr(stream);
+    acc::clear_failed(handle);
+    return 0;
 }
 
 int CM_stat(const unsigned char *path) {

@@ -50,6 +50,10 @@ void mark_failed(int handle) {
     slot_of(handle)->failed.store(true);
 }
 
+void clear_failed(int handle) {
+    slot_of(handle)->failed.store(false);
+}
+
 bool is_marked_failed(int handle) {
     return stream_of(handle) == nullptr || slot_of(handle)->failed.load();
 }

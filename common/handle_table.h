@@ -27,7 +27,10 @@ std::FILE *give_up_handle(int handle);
 /** Notes that a read, write or flush of a good handle failed. */
 void mark_failed(int handle);
 
-/** Whether that was noted; true for a bad handle. */
+/** Forgets that of a good handle. */
+void clear_failed(int handle);
+
+/** Whether it was noted; true for a bad handle. */
 bool is_marked_failed(int handle);
 
 } // namespace acc

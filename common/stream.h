@@ -36,7 +36,7 @@ int flush(int handle);
 int sync(int handle);
 
 /**
- * Whether a read or write of this handle has failed since it was opened, which CM_read and
+ * Whether a read or write of this handle has failed since its last CM_seek, which CM_read and
  * CM_CopyFile cannot tell from the end of the file. True for a bad handle.
  */
 bool stream_failed(int handle);
