@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "common/faults.h"
 
@@ -23,6 +24,10 @@ const unsigned char *DirectoryListing::next() {
 bool is_regular_file(const unsigned char *path) {
     struct stat status;
     return stat(reinterpret_cast<const char *>(path), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool may_be_read(const unsigned char *path) {
+    return access(reinterpret_cast<const char *>(path), R_OK) == 0;
 }
 
 } // namespace acc

@@ -26,6 +26,9 @@ class DirectoryListing {
 /** True for a regular file or a link to one. */
 bool is_regular_file(const unsigned char *path);
 
+/** Whether the permissions of a file or directory let it be read. */
+bool may_be_read(const unsigned char *path);
+
 } // namespace acc
 
 #endif

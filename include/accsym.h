@@ -315,8 +315,8 @@ int SYM_DataChg(Accdata *record);
  * temp file alone until it is saved. The directories are those of the last open.
  *
  * @return 1 open; -1 no memory (no message); 0 with message 1 no temp file, 4 a null
- *         string, 8 the temp file cannot be written, 13 no title (an empty one is taken),
- *         18 a file of that title exists
+ *         string, 7 the directories could not be read whole, 8 the temp file cannot be
+ *         written, 13 no title (an empty one is taken), 18 a file of that title exists
  */
 int SYM_FileNewProc(Accdata *record);
 
@@ -331,8 +331,8 @@ int SYM_FileNewProc(Accdata *record);
  *
  * @return 1 saved (message 12 may stand beside it: the title was the open file's already);
  *         -1 writing failed (no message); 0 with message 1 no file open, or the target
- *         cannot be written or its directory takes no new file, 4 a null string, 11 no
- *         memory or no free name, 17 the standard symbols, and those of a title change
+ *         cannot be written or its directory takes no new file, 4 a null string, 7 the
+ *         directories could not be read whole, 11 no memory or no free name, 17 the standard symbols, and those of a title change
  */
 int SYM_FileSaveProc(Accdata *record);
 

@@ -21,6 +21,8 @@ namespace {
 
 int m_lpucSymFileList_size; // bytes allocated; doubled when they are used up
 
+bool complete = true; // see catalogue_is_complete
+
 constexpr int entry_bytes = static_cast<int>(sizeof(SymFileListEntry));
 constexpr int head_bytes = 1023; // how much of a file is read to learn its title
 
@@ -28,22 +30,31 @@ constexpr int head_bytes = 1023; // how much of a file is read to learn its titl
 int SymFileListUpProc(const unsigned char *path) {
     unsigned char raw[head_bytes + 1];
     OpenFile file(CM_open(path, "rb"));
-    if (!file) return -1;
+    if (!file) {
+        if (may_be_read(path)) complete = false;
+        return -1;
+    }
     raw[CM_read(file.handle(), head_bytes, raw)] = 0;
     const HeapBlock<unsigned char> converted(CM_euc2sjis(raw));
+    if (stream_failed(file.handle()) || !converted) complete = false;
     const unsigned char *head = converted ? converted.get() : raw;
     const Text text(head, static_cast<std::size_t>(CM_lstrlen(head)));
     Range title;
     if (!has_symbol_header(text) || !find_file_title(text, head_bytes, title)) return -1;
     if (title.length >= sizeof(SymFileListEntry::ucTitle)) return -1;
-    return SymMemTableMakeProc(path, {head + title.offset, title.length});
+    const int added = SymMemTableMakeProc(path, {head + title.offset, title.length});
+    if (added != 0) complete = false;
+    return added;
 }
 
 /** Adds the symbol files of one directory, given with its "/". @return 0, or -1 */
 int SymGetFileTitleSub(const unsigned char *directory) {
     static constexpr unsigned char extension[] = ".kig";
     DirectoryListing listing(directory);
-    if (!listing) return -1;
+    if (!listing) {
+        if (may_be_read(directory)) complete = false;
+        return -1;
+    }
     const std::size_t directory_bytes = static_cast<std::size_t>(CM_lstrlen(directory));
     unsigned char path[sizeof(SymFileListEntry::ucFileName)];
     while (const unsigned char *name = listing.next()) {
@@ -96,7 +107,12 @@ int SymGetFileTitle() {
 
 int rescan_catalogue() {
     SymInitFileTable();
+    complete = true;
     return SymGetFileTitle();
+}
+
+bool catalogue_is_complete() {
+    return complete;
 }
 
 const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title) {

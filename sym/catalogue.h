@@ -33,6 +33,13 @@ int SymGetFileTitle();
 int rescan_catalogue();
 
 /**
+ * Whether the last scan missed nothing that could have been read: no call of the heap or of
+ * files failed on the way. Who takes a title for new must ask, lest a file of that title
+ * is hidden or overwritten later.
+ */
+bool catalogue_is_complete();
+
+/**
  * Looks a title up.
  * @return the first entry with that title, or null
  */

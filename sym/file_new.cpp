@@ -41,6 +41,7 @@ int SYM_FileNewProc(Accdata *record) {
     acc::rescan_catalogue();
     if (acc::SymMemTableTitleSearchProc(title))
         return acc::fail(record, Message::symbol_file_exists);
+    if (!acc::catalogue_is_complete()) return acc::fail(record, Message::reading_failed);
 
     auto file = acc::HeapBlock<TempInfo>::allocate(1);
     auto flags = acc::HeapBlock<unsigned char>::allocate(1); // no child titles

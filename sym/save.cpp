@@ -75,6 +75,7 @@ int SYM_FileSaveProc(Accdata *record) {
     const SymFileListEntry *entry = acc::SymMemTableTitleSearchProc(title);
     int number = 0;
     if (!entry) {
+        if (!acc::catalogue_is_complete()) return acc::fail(record, Message::reading_failed);
         if (acc::SymMainTitleChg(record) != ACC_RET_OK) return ACC_RET_ERROR;
         number = acc::SymGetFreeFileNoProc();
         if (number < 0) return acc::fail(record, Message::out_of_memory);
