@@ -15,7 +15,7 @@ namespace acc {
 /** Gives its block back with CM_free when it ends. T is bytes or a plain record. */
 template <typename T>
 class HeapBlock {
-    static_assert(std::is_trivial_v<T>);
+    static_assert(std::is_trivially_copyable_v<T>); // all zero bytes are a value
 
   public:
     HeapBlock() = default;

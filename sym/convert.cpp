@@ -106,7 +106,7 @@ bool AddCovTempFile(const unsigned char *copy_path, const unsigned char *convert
     const Records before = open_records();
     const std::uint32_t offset = before.size() == 1 ? name_line_end() : block_end(before.back());
     const auto joined = HeapBlock<unsigned char>::allocate(copy.length + converted.length);
-    if (!joined || offset > copy.length) return false;
+    if (!joined || offset == 0 || offset > copy.length) return false;
     std::memcpy(joined.get(), copy.bytes.get(), offset);
     std::memcpy(joined.get() + offset, converted.bytes.get(), converted.length);
     std::memcpy(joined.get() + offset + converted.length, copy.bytes.get() + offset,

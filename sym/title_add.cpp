@@ -55,6 +55,7 @@ int SYM_TitleAdd(Accdata *record) {
     const std::size_t index = acc::insertion_index(open, static_cast<std::size_t>(parent));
     const std::uint32_t offset =
         index == 1 ? acc::name_line_end() : acc::block_end(open[index - 1]);
+    if (offset == 0) return acc::fail(record, Message::writing_failed);
     acc::Rewrite rewrite(record, Message::out_of_memory, 1);
     if (!rewrite) return ACC_RET_ERROR;
     rewrite.insert_record(index);

@@ -19,23 +19,27 @@ int SYM_TitleDel(Accdata *record) {
     };
     acc::Rewrite rewrite(record, Message::out_of_memory);
     if (!rewrite) return ACC_RET_ERROR;
-    std::size_t kept = 1;
+    const auto removed = acc::HeapBlock<acc::Range>::allocate(static_cast<unsigned>(open.size()));
+    if (!removed) return acc::fail(record, Message::out_of_memory);
+    std::size_t removed_count = 0, kept_count = 1;
     std::int64_t removed_bytes = 0;
     for (std::size_t i = 1; i < open.size(); ++i) {
-        if (goes(i)) {
-            removed_bytes += acc::block_end(open[i]) - open[i].ulTitlePos;
-        } else {
-            rewrite.records()[kept] = open[i];
-            acc::move_blocks(rewrite.records().subspan(kept++, 1), -removed_bytes);
+        if (!goes(i)) {
+            rewrite.records()[kept_count] = open[i];
+            acc::move_blocks(rewrite.records().subspan(kept_count++, 1), -removed_bytes);
+            continue;
         }
+        const std::uint32_t end = acc::block_end(open[i]);
+        if (end == 0) return acc::fail(record, Message::writing_failed);
+        removed[removed_count] = {open[i].ulTitlePos, end - open[i].ulTitlePos};
+        removed_bytes += removed[removed_count++].length;
     }
-    rewrite.keep_records(kept);
+    rewrite.keep_records(kept_count);
 
     rewrite.begin();
-    for (std::size_t i = 1; i < open.size(); ++i) {
-        if (!goes(i)) continue;
-        rewrite.copy_up_to(open[i].ulTitlePos);
-        rewrite.skip_to(acc::block_end(open[i]));
+    for (const acc::Range &range : std::span(removed.get(), removed_count)) {
+        rewrite.copy_up_to(range.offset);
+        rewrite.skip_to(range.offset + range.length);
     }
     rewrite.copy_rest();
     if (rewrite.install() != ACC_RET_OK) return ACC_RET_ERROR;

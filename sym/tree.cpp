@@ -4,6 +4,7 @@
 
 #include "common/acccom.h"
 #include "common/sjis_text.h"
+#include "common/stream.h"
 
 namespace acc {
 namespace {
@@ -12,7 +13,8 @@ namespace {
 class TextReader {
   public:
     explicit TextReader(std::uint32_t offset) : offset_(offset) {
-        CM_seek(g_tAccFile[1].hFile, static_cast<int>(m_tTempIndex.ulTextPos + offset), 0);
+        const int position = static_cast<int>(m_tTempIndex.ulTextPos + offset);
+        failed_ = CM_seek(g_tAccFile[1].hFile, position, 0) != 0;
     }
 
     /** The next byte, or -1 at the end. */
@@ -26,11 +28,14 @@ class TextReader {
         return buffer_[at_++];
     }
 
-    /** Offset of what next() gives next. */
-    std::uint32_t offset() const { return offset_; }
+    /** Offset of what next() gives next; 0 when a read has failed. */
+    std::uint32_t offset() const {
+        return failed_ || stream_failed(g_tAccFile[1].hFile) ? 0 : offset_;
+    }
 
   private:
     std::uint32_t offset_;
+    bool failed_;
     int at_ = 0, count_ = 0;
     unsigned char buffer_[512];
 };

@@ -32,10 +32,11 @@ constexpr std::uint32_t block_bytes(std::uint32_t title_path_bytes, std::uint32_
 /** Moves blocks by a number of bytes. */
 void move_blocks(std::span<TempInfo> records, std::int64_t bytes);
 
-/** Offset in the open file's text behind a block's end line, however long that is. */
+/** Offset in the open file's text behind a block's end line, however long that is; 0 when the
+ * temp file cannot be read. */
 std::uint32_t block_end(const TempInfo &record);
 
-/** Offset in the open file's text behind the name line. */
+/** Offset in the open file's text behind the name line; 0 when the temp file cannot be read. */
 std::uint32_t name_line_end();
 
 } // namespace acc
