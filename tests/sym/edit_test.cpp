@@ -113,6 +113,8 @@ TEST(edits, of_the_file_title_move_every_path) {
 TEST(edits, refuse_what_they_cannot_keep) {
     const std::string a255(255, 'a'), a256(256, 'a'), a257(257, 'a'), h38(38, '-'), h40(40, '-');
     const std::string long_file = block(a255) + block(a255 + "／" + std::string(240, 'b'));
+    std::string lines; // 32766 bytes
+    while (lines.size() < 32766) lines += "\r\n";
     const char *const parent_stays = "親タイトルは削除できません。";
     const char *const parent_bare = "親タイトルには登録できません。";
     const struct {
@@ -168,8 +170,8 @@ TEST(edits, refuse_what_they_cannot_keep) {
          input_error},
         {"hyphens that the end line would join", block("A"), "例／A", symbols, "ab--", input_error},
         {"one hyphen before the end line", block("A"), "例／A", symbols, "a-", ""},
-        {"32766 bytes", block("A"), "例／A", symbols, std::string(32766, 'x'), ""},
-        {"32768 bytes", block("A"), "例／A", symbols, std::string(32768, 'x'), input_error},
+        {"32766 bytes", block("A"), "例／A", symbols, lines, ""},
+        {"32768 bytes", block("A"), "例／A", symbols, lines + "\r\n", input_error},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
