@@ -7,6 +7,12 @@
 #include "record/message.h"
 #include "sym/engine.h"
 
+namespace {
+
+constexpr short kuten_digits = ACC_SIZE_LB_ITEMINFO - 10 - 1;
+
+} // namespace
+
 int SYM_GetInfo(Accdata *record) {
     ListBox *list = acc::current_list(record);
     if (!list) return ACC_RET_NONE;
@@ -17,7 +23,9 @@ int SYM_GetInfo(Accdata *record) {
     unsigned char *info = list->lpchLBItemInfo;
     std::snprintf(reinterpret_cast<char *>(info), 5, "%04X", static_cast<unsigned>(code));
     CM_SjisToJis(code, info + 5);
-    CM_SjisToKuten(code, info + 10);
+    unsigned char kuten[16]; // a code far outside JIS X 0208 has more digits than the buffer
+    CM_SjisToKuten(code, kuten);
+    CM_strncpy(info + 10, kuten, kuten_digits);
     list->cchLBItemInfoSize = 15;
     return ACC_RET_OK;
 }

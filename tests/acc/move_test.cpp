@@ -113,6 +113,19 @@ TEST(browsing, reaches_every_symbol_and_its_codes) {
     EXPECT_EQ(play(host, "out"), "2");
 }
 
+TEST(browsing, cuts_the_codes_of_an_odd_symbol_at_their_buffer) {
+    Workspace ws;
+    ws.put("a.kig", symbol_file("例", block("A", "A C\x01あ\n")));
+    Host host(ws);
+    ASSERT_EQ(host.open("例"), 1);
+    EXPECT_EQ(play(host, "in info"), "1 1");
+    EXPECT_EQ(host.codes(2).substr(0, 9), "4120 0000");
+    EXPECT_EQ(play(host, "next info"), "1 1");
+    EXPECT_EQ(host.codes(2).size(), 4u + 1 + 4 + 1 + 5);
+    EXPECT_EQ(play(host, "next info"), "1 1");
+    EXPECT_EQ(host.codes(2), "82A0 2422 0402");
+}
+
 TEST(browsing, stops_at_the_tenth_list) {
     Workspace ws;
     std::string blocks, path = "1";
