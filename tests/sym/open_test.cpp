@@ -236,7 +236,7 @@ TEST(open, leaves_no_temp_file_behind_a_host_that_ends_without_closing) {
         return status;
     };
     EXPECT_EQ(child_exits([&] {
-                  auto *host = new Host(ws); // never closed
+                  static Host *const host = new Host(ws); // never closed
                   if (host->open("例") != 1 || ws.temp_files().size() != 1) std::_Exit(1);
               }),
               0);
