@@ -3,11 +3,8 @@
 namespace acc {
 
 unsigned char m_ucSymName[256];
-unsigned char *m_lpucSymFileMem;
-std::uint32_t m_ulSymFileMemSize;
 TempIndex m_tTempIndex;
 TempInfo *m_lptTempInfo;
-std::uint32_t m_lptTempInfo_size;
 unsigned char *m_lpucChildFlags;
 std::uint16_t m_bEditFlag;
 
@@ -25,16 +22,12 @@ void install_index(const TempIndex &header, HeapBlock<TempInfo> &&records,
     CM_free(m_lpucChildFlags);
     m_tTempIndex = header;
     m_lptTempInfo = records.release();
-    m_lptTempInfo_size = header.usCount * static_cast<std::uint32_t>(sizeof(TempInfo));
     m_lpucChildFlags = child_flags.release();
 }
 
 void release_open_file() {
     if (is_file_open()) discard_temp_file(&g_tAccFile[1]);
     install_index({}, {}, {});
-    CM_free(m_lpucSymFileMem);
-    m_lpucSymFileMem = nullptr;
-    m_ulSymFileMemSize = 0;
     m_bEditFlag = 0;
 }
 

@@ -12,14 +12,11 @@
 
 namespace acc {
 
-extern unsigned char m_ucSymName[256];   // file title
-extern unsigned char *m_lpucSymFileMem;  // text form as read at open
-extern std::uint32_t m_ulSymFileMemSize; // its length in bytes
-extern TempIndex m_tTempIndex;           // header of the working temp file
-extern TempInfo *m_lptTempInfo;          // its records
-extern std::uint32_t m_lptTempInfo_size; // bytes allocated for them
-extern unsigned char *m_lpucChildFlags;  // per record: has it child titles?
-extern std::uint16_t m_bEditFlag;        // 1: edits that are not saved
+extern unsigned char m_ucSymName[256];  // file title
+extern TempIndex m_tTempIndex;          // header of the working temp file
+extern TempInfo *m_lptTempInfo;         // its records
+extern unsigned char *m_lpucChildFlags; // per record: has it child titles?
+extern std::uint16_t m_bEditFlag;       // 1: edits that are not saved
 
 extern unsigned char m_ucZikDir[1024];       // user directory; nothing reads it
 extern unsigned char m_ucZikProgDir[1024];   // program directory, scanned first
@@ -42,7 +39,7 @@ inline Records open_records() {
 void install_index(const TempIndex &header, HeapBlock<TempInfo> &&records,
                    HeapBlock<unsigned char> &&child_flags);
 
-/** Closes and removes the working temp file and frees text and index: no file is open. */
+/** Closes and removes the working temp file and frees the index: no file is open. */
 void release_open_file();
 
 /** Copies the engine's geometry into all ten lists. */

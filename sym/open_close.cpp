@@ -78,8 +78,6 @@ int develop_file(Accdata *record, const unsigned char *path) {
     }
     CM_strncpy(m_ucSymName, text.bytes.get() + text.title.offset,
                static_cast<short>(text.title.length));
-    m_ulSymFileMemSize = text.length;
-    m_lpucSymFileMem = text.bytes.release();
     return ACC_RET_OK;
 }
 
