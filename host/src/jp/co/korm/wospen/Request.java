@@ -25,7 +25,8 @@ final class Request {
     int run(Command command, byte[]... strings) {
         for (byte[] string : strings) {
             if (string.length > LONGEST_STRING) {
-                throw new IllegalArgumentException("longer than " + LONGEST_STRING + " bytes: " + string.length);
+                throw new IllegalArgumentException(
+                        "longer than " + LONGEST_STRING + " bytes: " + string.length);
             }
         }
         record.lpchString1 = string(strings, 0);
@@ -166,7 +167,8 @@ final class Request {
             int end = endOfString(box.lpchLBList, text);
             headers.add(SjisText.decode(Arrays.copyOfRange(box.lpchLBList, at, text)));
             byte[] sjis = Arrays.copyOfRange(box.lpchLBList, text, end);
-            items.add(symbols ? symbol(sjis) : new Title(sjis, (attribute & ZikSymListBox.LBINFO_CHILD) != 0));
+            boolean hasChildren = (attribute & ZikSymListBox.LBINFO_CHILD) != 0;
+            items.add(symbols ? symbol(sjis) : new Title(sjis, hasChildren));
             at = end + (box.cchLBItemHead == 0 ? 1 : 2);
             if (number == box.cchLBItemNumMax) number = 0;
         }

@@ -67,6 +67,7 @@ public class SymbolException extends RuntimeException {
         int number = numberOf(japanese);
         if (number >= 0) return MESSAGES[number][1] + " (" + japanese + ")";
         if (!japanese.isEmpty()) return japanese;
-        return code == -1 ? "there is no such title, or writing failed" : "result " + code + " without a message";
+        if (code == Request.NOT_FOUND) return "there is no such title, or writing failed";
+        return "result " + code + " without a message";
     }
 }

@@ -94,7 +94,8 @@ public final class SymbolFile implements AutoCloseable {
 
     /** The lists that are shown, list 1 first. */
     public List<Column> columns() {
-        return exclusively(() -> IntStream.rangeClosed(1, request.focus()).mapToObj(request::column).toList());
+        return exclusively(
+                () -> IntStream.rangeClosed(1, request.focus()).mapToObj(request::column).toList());
     }
 
     /** Next item of the page. @return whether there is one */
@@ -144,8 +145,9 @@ public final class SymbolFile implements AutoCloseable {
      */
     public void select(int index) {
         exclusively(() -> {
-            if (index < 0 || index >= request.total(request.focus())) {
-                throw new IndexOutOfBoundsException("no item " + index + " in a list of " + request.total(request.focus()));
+            int total = request.total(request.focus());
+            if (index < 0 || index >= total) {
+                throw new IndexOutOfBoundsException("no item " + index + " in a list of " + total);
             }
             request.cursor(request.focus(), index);
             return null;
@@ -154,12 +156,14 @@ public final class SymbolFile implements AutoCloseable {
 
     /** Takes the current item as the result; empty when it is no symbol. */
     public Optional<Symbol> decide() {
-        return exclusively(() -> moved(Command.DECISION) ? Optional.of(request.result()) : Optional.empty());
+        return exclusively(
+                () -> moved(Command.DECISION) ? Optional.of(request.result()) : Optional.empty());
     }
 
     /** The current symbol's codes as the library prints them; empty when the item is no symbol. */
     public Optional<SymbolCodes> codes() {
-        return exclusively(() -> moved(Command.GET_INFO) ? Optional.of(request.codes()) : Optional.empty());
+        return exclusively(
+                () -> moved(Command.GET_INFO) ? Optional.of(request.codes()) : Optional.empty());
     }
 
     /**
@@ -198,9 +202,21 @@ public final class SymbolFile implements AutoCloseable {
         return exclusively(() -> request.run(Command.GET_EDIT) == Request.DONE);
     }
 
-    /** Adds a title below the one that the list with focus shows. */
+    /**
+     * Adds a title below the one that the list with focus shows.
+     *
+     * @throws IllegalStateException in list 10: no list would show it, and a file with titles so
+     *     deep cannot be opened
+     */
     public void addTitle(String name) {
-        edit("cannot add " + name, Command.TITLE_ADD, SjisText.encode(name));
+        byte[] sjis = SjisText.encode(name);
+        exclusively(() -> {
+            if (request.focus() == ZikSymAccdata.LIST_BOXES) {
+                throw new IllegalStateException("no list would show a title below list 10");
+            }
+            edit("cannot add " + name, Command.TITLE_ADD, sjis);
+            return null;
+        });
     }
 
     /** Renames the title that the list with focus shows; in list 1 the file's own. */
@@ -224,11 +240,13 @@ public final class SymbolFile implements AutoCloseable {
         for (int i = 0; i < symbols.size(); i++) {
             int code = symbols.get(i).code();
             if (!SjisText.isDoubleByte(code)) {
-                throw new IllegalArgumentException(String.format("no double-byte character: %04X at %d", code, i));
+                throw new IllegalArgumentException(
+                        String.format("no double-byte character: %04X at %d", code, i));
             }
             data.write(code >> 8);
             data.write(code);
-            if ((i + 1) % SYMBOLS_PER_LINE == 0 || i + 1 == symbols.size()) data.writeBytes(new byte[] {'\r', '\n'});
+            boolean endsLine = (i + 1) % SYMBOLS_PER_LINE == 0 || i + 1 == symbols.size();
+            if (endsLine) data.writeBytes(new byte[] {'\r', '\n'});
         }
         edit("cannot set the symbols", Command.DATA_REG, data.toByteArray());
     }
@@ -348,8 +366,9 @@ public final class SymbolFile implements AutoCloseable {
     }
 
     private void checkShown(int list) {
-        if (list < 1 || list > request.focus()) {
-            throw new IndexOutOfBoundsException("list " + list + " is not shown; 1 to " + request.focus() + " are");
+        int last = request.focus();
+        if (list < 1 || list > last) {
+            throw new IndexOutOfBoundsException("list " + list + " is not shown; 1 to " + last + " are");
         }
     }
 

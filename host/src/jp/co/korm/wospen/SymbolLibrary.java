@@ -137,9 +137,12 @@ public final class SymbolLibrary implements AutoCloseable {
     @Override
     public synchronized void close() {
         if (closed) return;
-        if (openFile != null) openFile.close();
-        closed = true;
-        OWNER.set(null);
+        try {
+            if (openFile != null) openFile.close();
+        } finally {
+            closed = true;
+            OWNER.set(null);
+        }
     }
 
     /** Runs a step of one or more commands while no other runs. */
@@ -186,7 +189,8 @@ public final class SymbolLibrary implements AutoCloseable {
             bytes.get(result);
             return result;
         } catch (CharacterCodingException e) {
-            throw new IllegalArgumentException("the system's file names (" + system + ") cannot spell " + name, e);
+            throw new IllegalArgumentException(
+                    "the system's file names (" + system + ") cannot spell " + name, e);
         }
     }
 }

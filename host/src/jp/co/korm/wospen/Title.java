@@ -68,8 +68,9 @@ public final class Title implements Item {
 
     /** This title, at or below a file title, under another file title. */
     Title moved(Title file, Title renamed) {
-        byte[] path = Arrays.copyOf(renamed.sjis, renamed.sjis.length + sjis.length - file.sjis.length);
-        System.arraycopy(sjis, file.sjis.length, path, renamed.sjis.length, path.length - renamed.sjis.length);
+        int below = sjis.length - file.sjis.length;
+        byte[] path = Arrays.copyOf(renamed.sjis, renamed.sjis.length + below);
+        System.arraycopy(sjis, file.sjis.length, path, renamed.sjis.length, below);
         return new Title(path, hasChildren);
     }
 

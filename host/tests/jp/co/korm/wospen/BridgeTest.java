@@ -250,6 +250,8 @@ class BridgeTest {
     /** The instance fields of a type that the library knows. */
     private static List<Field> fields(Object object, Class<?> type) {
         Class<?> declaring = object instanceof ZikSymListBox ? ZikSymListBox.class : ZikSymAccdata.class;
-        return PartnersTest.instanceFields(declaring).stream().filter(field -> field.getType() == type).toList();
+        return PartnersTest.instanceFields(declaring).stream()
+                .filter(field -> field.getType() == type)
+                .toList();
     }
 }

@@ -25,7 +25,9 @@ class PartnersTest {
     private static final Path SOURCES = Path.of(System.getProperty("accsym.sources"));
 
     static List<Field> instanceFields(Class<?> type) {
-        return Arrays.stream(type.getDeclaredFields()).filter(field -> !Modifier.isStatic(field.getModifiers())).toList();
+        return Arrays.stream(type.getDeclaredFields())
+                .filter(field -> !Modifier.isStatic(field.getModifiers()))
+                .toList();
     }
 
     private static String source(String path) throws IOException {
@@ -37,15 +39,20 @@ class PartnersTest {
     }
 
     private static Set<String> exported() throws IOException {
-        Process nm = new ProcessBuilder("nm", "-D", "--defined-only", System.getProperty("accsym.library")).start();
-        return nm.inputReader().lines().map(line -> line.replaceAll(".* |@.*", "")).collect(Collectors.toSet());
+        String library = System.getProperty("accsym.library");
+        Process nm = new ProcessBuilder("nm", "-D", "--defined-only", library).start();
+        return nm.inputReader().lines()
+                .map(line -> line.replaceAll(".* |@.*", ""))
+                .collect(Collectors.toSet());
     }
 
     /** Field name and type of a C record, "int" or "byte[]"; of the list boxes one each. */
     private static Map<String, String> recordFields(String record) throws IOException {
-        String body = matches("typedef struct " + record + " \\{(.*?)\\} " + record, source("include/accdata.h")).get(0).group(1);
+        String struct = "typedef struct " + record + " \\{(.*?)\\} " + record;
+        String body = matches(struct, source("include/accdata.h")).get(0).group(1);
+        String declaration = "(unsigned short|unsigned char|ListBox) (\\*?)(\\w+)(\\[ACC_LISTBOX_MAX\\])?;";
         Map<String, String> fields = new TreeMap<>();
-        for (MatchResult field : matches("(unsigned short|unsigned char|ListBox) (\\*?)(\\w+)(\\[ACC_LISTBOX_MAX\\])?;", body)) {
+        for (MatchResult field : matches(declaration, body)) {
             if (field.group(1).equals("ListBox")) {
                 fields.put("tListBox", "ZikSymListBox[]");
                 for (int i = 1; i <= 10; i++) fields.put("tListBox" + i, "ZikSymListBox");
@@ -58,7 +65,8 @@ class PartnersTest {
 
     @Test
     void fieldsOfTheRecordsMatch() throws IOException {
-        Map<String, Class<?>> classes = Map.of("Accdata", ZikSymAccdata.class, "ListBox", ZikSymListBox.class);
+        Map<String, Class<?>> classes =
+                Map.of("Accdata", ZikSymAccdata.class, "ListBox", ZikSymListBox.class);
         Set<String> functions = new TreeSet<>();
         for (Map.Entry<String, Class<?>> entry : classes.entrySet()) {
             String record = entry.getKey();
@@ -81,12 +89,15 @@ class PartnersTest {
 
     @Test
     void nativeMethodsMatch() throws IOException {
-        Set<String> methods = Stream.of(ZikSymAccdata.class, ZikSymListBox.class, ZikSym.class, ZikNative.class)
+        Set<String> methods = Stream
+                .of(ZikSymAccdata.class, ZikSymListBox.class, ZikSym.class, ZikNative.class)
                 .flatMap(type -> Arrays.stream(type.getDeclaredMethods()))
                 .filter(method -> Modifier.isNative(method.getModifiers()))
                 .map(PartnersTest::nativeName)
                 .collect(Collectors.toSet());
-        assertEquals(methods, exported().stream().filter(name -> name.startsWith("Java_")).collect(Collectors.toSet()));
+        Set<String> natives = exported();
+        natives.removeIf(name -> !name.startsWith("Java_"));
+        assertEquals(methods, natives);
     }
 
     private static String nativeName(Method method) {
@@ -98,18 +109,22 @@ class PartnersTest {
         String header = source("include/accdata.h");
         Map<String, Integer> sizes = new TreeMap<>();
         for (MatchResult size : matches("#define ACC_(?:SIZE_)?(\\w+) \\(?(\\d+)(?: \\+ (\\d+)\\))?", header)) {
-            sizes.put(size.group(1), Integer.parseInt(size.group(2)) + (size.group(3) == null ? 0 : Integer.parseInt(size.group(3))));
+            int more = size.group(3) == null ? 0 : Integer.parseInt(size.group(3));
+            sizes.put(size.group(1), Integer.parseInt(size.group(2)) + more);
         }
         ZikSym record = new ZikSym();
         ZikSymListBox list = record.tListBox1;
-        assertEquals(new TreeMap<>(Map.of("LISTBOX_MAX", record.tListBox.length, "MESSAGE", record.lpchMessage.length,
-                "RESULT", record.lpchResult.length, "DISPLAY", record.lpchDisplay.length, "LB_LEVEL", list.lpchLBLevel.length,
+        assertEquals(new TreeMap<>(Map.of("LISTBOX_MAX", record.tListBox.length,
+                "MESSAGE", record.lpchMessage.length, "RESULT", record.lpchResult.length,
+                "DISPLAY", record.lpchDisplay.length, "LB_LEVEL", list.lpchLBLevel.length,
                 "LB_LIST", list.lpchLBList.length, "LB_LISTINFO", list.lpchLBListInfo.length,
                 "LB_ITEMINFO", list.lpchLBItemInfo.length)), sizes);
 
-        Set<Integer> codes = matches("ACC_VKEY_\\w+ = (\\d+)", header).stream()
-                .map(code -> Integer.valueOf(code.group(1))).collect(Collectors.toCollection(TreeSet::new));
-        assertEquals(codes, Arrays.stream(Command.values()).map(Command::code).collect(Collectors.toCollection(TreeSet::new)));
+        List<Integer> codes = matches("ACC_VKEY_\\w+ = (\\d+)", header).stream()
+                .map(code -> Integer.valueOf(code.group(1)))
+                .sorted()
+                .toList();
+        assertEquals(codes, Arrays.stream(Command.values()).map(Command::code).sorted().toList());
     }
 
     @Test

@@ -11,7 +11,6 @@ import java.util.ArrayList;
 import java.util.Collections;
 import java.util.List;
 import java.util.Optional;
-import java.util.OptionalInt;
 import java.util.Set;
 import java.util.concurrent.CountDownLatch;
 import java.util.stream.IntStream;
@@ -37,11 +36,15 @@ class SymbolLibraryTest {
         return titles.stream().map(Title::path).toList();
     }
 
+    private static List<String> shown(SymbolFile file) {
+        return file.columns().stream().map(column -> column.title().path()).toList();
+    }
+
     /** The command fails with this result and this number of a message, -1 for none. */
     private static void assertRefused(int code, int message, Executable command) {
         SymbolException e = assertThrows(SymbolException.class, command);
         assertEquals(code, e.code(), e.getMessage());
-        assertEquals(message < 0 ? OptionalInt.empty() : OptionalInt.of(message), e.messageNumber(), e.getMessage());
+        assertEquals(message, e.messageNumber().orElse(-1), e.getMessage());
         assertTrue(message < 0 || e.getMessage().contains(e.japanese()), e.getMessage());
     }
 
@@ -76,7 +79,7 @@ class SymbolLibraryTest {
     void positionShowsTheTitlesAboveToo() {
         try (SymbolFile file = library.open("小")) {
             file.position(Title.of("小／Ａ／Ｘ"));
-            assertEquals(List.of("小", "小／Ａ", "小／Ａ／Ｘ"), paths(file.columns().stream().map(Column::title).toList()));
+            assertEquals(List.of("小", "小／Ａ", "小／Ａ／Ｘ"), shown(file));
             assertEquals("小／Ａ／Ｘ", file.column(2).current().orElseThrow().toString());
             file.select(1);
             assertRefused(-1, -1, () -> file.position(Title.of("小／Ｚ")));
@@ -142,7 +145,7 @@ class SymbolLibraryTest {
             assertEquals(2, file.focus());
             assertRefused(0, 17, () -> file.saveAs(SymbolLibrary.STANDARD_TITLE));
             file.saveAs("改");
-            assertEquals(List.of("改", "改／壱"), paths(file.columns().stream().map(Column::title).toList()));
+            assertEquals(List.of("改", "改／壱"), shown(file));
             assertFalse(file.isEdited());
             file.setSymbols(List.of());
             file.save();
@@ -167,15 +170,17 @@ class SymbolLibraryTest {
             file.position(Title.of("小／古い"));
             assertEquals(List.of("☆", "★"), texts(file.column().items()));
             assertRefused(0, 16, () -> file.convert(workspace.directory.resolve("small.kig")));
-            assertThrows(UncheckedIOException.class, () -> file.convert(workspace.directory.resolve("none.ini")));
+            Path none = workspace.directory.resolve("none.ini");
+            assertThrows(UncheckedIOException.class, () -> file.convert(none));
             assertTrue(file.isEdited());
         }
     }
 
     @Test
     void refusalsCarryCodeAndMessage() {
-        workspace.file("deep.kig", "深", "１", "１／２", "１／２／３", "１／２／３／４", "１／２／３／４／５", "１／２／３／４／５／６",
-                "１／２／３／４／５／６／７", "１／２／３／４／５／６／７／８", "１／２／３／４／５／６／７／８／９", "１／２／３／４／５／６／７／８／９／０");
+        String deepest = "１／２／３／４／５／６／７／８／９／０";
+        workspace.file("deep.kig", "深", IntStream.rangeClosed(1, 10)
+                .mapToObj(level -> deepest.substring(0, 2 * level - 1)).toArray(String[]::new));
         assertRefused(4, 9, () -> library.open("深"));
         assertRefused(0, 0, () -> library.open("無"));
         assertRefused(0, 0, () -> library.delete(Title.of("無")));
@@ -205,11 +210,20 @@ class SymbolLibraryTest {
                 assertThrows(IndexOutOfBoundsException.class, () -> file.focus(list));
             }
             assertThrows(IndexOutOfBoundsException.class, () -> file.select(2));
+            for (int list = 1; list < 10; list++) {
+                file.addTitle("深" + list);
+                file.select(file.column().titles().size() - 1);
+                assertTrue(file.descend());
+            }
+            assertThrows(IllegalStateException.class, () -> file.addTitle("底"));
+            assertFalse(file.descend());
             assertThrows(UnencodableTextException.class, () -> file.addTitle("😀"));
             assertThrows(UnencodableTextException.class, () -> file.addTitle("a\0b"));
             assertThrows(IllegalArgumentException.class, () -> file.addTitle("長".repeat(16384)));
-            assertThrows(IllegalArgumentException.class, () -> file.setSymbols(Collections.nCopies(15000, Symbol.of("☆"))));
-            assertThrows(IllegalArgumentException.class, () -> file.setSymbols(List.of(new Symbol(0x4142))));
+            List<Symbol> many = Collections.nCopies(15000, Symbol.of("☆"));
+            List<Symbol> noCharacter = List.of(new Symbol(0x4142));
+            assertThrows(IllegalArgumentException.class, () -> file.setSymbols(many));
+            assertThrows(IllegalArgumentException.class, () -> file.setSymbols(noCharacter));
         }
         library.close();
         assertThrows(IllegalArgumentException.class, () -> SymbolLibrary.acquire(longPath, longPath, longPath));

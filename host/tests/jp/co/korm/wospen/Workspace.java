@@ -19,10 +19,15 @@ final class Workspace implements AutoCloseable {
     final Path directory;
     final Path common;
 
+    private final byte[] directoryName;
+    private final byte[] commonName;
+
     Workspace() {
         try {
             directory = Files.createTempDirectory("kigou-test");
             common = Files.createDirectory(directory.resolve("common"));
+            directoryName = nulEnded(SymbolLibrary.fileName(directory));
+            commonName = nulEnded(SymbolLibrary.fileName(common));
         } catch (IOException e) {
             throw new UncheckedIOException(e);
         }
@@ -61,10 +66,9 @@ final class Workspace implements AutoCloseable {
     int run(ZikSymAccdata record, Command command, String string) {
         record.wVkey = command.code();
         record.lpchString1 = nulEnded(SjisText.encode(string));
-        byte[] path = nulEnded(SymbolLibrary.fileName(directory));
-        record.lpchString2 = path;
-        record.lpchString3 = path;
-        record.lpchString4 = nulEnded(SymbolLibrary.fileName(common));
+        record.lpchString2 = directoryName;
+        record.lpchString3 = directoryName;
+        record.lpchString4 = commonName;
         return ((ZikSym) record).AccSym();
     }
 
