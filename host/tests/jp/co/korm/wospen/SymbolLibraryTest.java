@@ -217,6 +217,7 @@ class SymbolLibraryTest {
             }
             assertThrows(IllegalStateException.class, () -> file.addTitle("底"));
             assertFalse(file.descend());
+            file.focus(1);
             assertThrows(UnencodableTextException.class, () -> file.addTitle("😀"));
             assertThrows(UnencodableTextException.class, () -> file.addTitle("a\0b"));
             assertThrows(IllegalArgumentException.class, () -> file.addTitle("長".repeat(16384)));
