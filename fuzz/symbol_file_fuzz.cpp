@@ -3,62 +3,21 @@
 // Whatever the bytes are: every command gives a documented result, no buffer is overrun,
 // the working temp file describes itself truly, what the lists and the title list show
 // agrees with it, and after the close no file and no descriptor is left.
-#include <fcntl.h>
-#include <unistd.h>
-
 #include <cstdint>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
 #include "common/sjis_text.h"
 #include "fuzz/canary_host.h"
+#include "fuzz/scratch.h"
 #include "sym/temp_index.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/** Scratch directories, in memory where that is possible; gone at exit. */
-struct Scratch {
-    Scratch() {
-        std::error_code ignored;
-        const bool memory = fs::is_directory("/dev/shm", ignored) && access("/dev/shm", W_OK) == 0;
-        std::string name =
-            (memory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "accsym-fuzz-XXXXXX";
-        HOLDS(mkdtemp(name.data()) != nullptr);
-        root = name;
-        files = root / "files";
-        temp = root / "temp";
-        fs::create_directory(files);
-        fs::create_directory(temp);
-        setenv("TMPDIR", temp.c_str(), 1);
-    }
-    ~Scratch() {
-        std::error_code ignored;
-        fs::remove_all(root, ignored);
-    }
-    fs::path root, files, temp;
-};
-
-std::string content(const fs::path &path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::string text(const unsigned char *bytes) {
-    return reinterpret_cast<const char *>(bytes);
-}
-
-int lowest_free_descriptor() {
-    const int descriptor = open("/dev/null", O_RDONLY);
-    close(descriptor);
-    return descriptor;
-}
 
 /** What the working temp file holds: its records and its text. */
 struct TempFile {
@@ -202,7 +161,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     static CanaryHost &host = *new CanaryHost(scratch.files);
     const std::string input(reinterpret_cast<const char *>(data), size);
     const fs::path path = scratch.files / "input.kig";
-    std::ofstream(path, std::ios::binary) << input;
+    write(path, input);
     const int free_descriptor = lowest_free_descriptor();
 
     // A geometry that depends on the input: from none at all to headers wider than a list.

@@ -1,0 +1,58 @@
+// Scratch directories for a fuzz target, and looking at files.
+#ifndef FUZZ_SCRATCH_H
+#define FUZZ_SCRATCH_H
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+
+#include "fuzz/holds.h"
+
+/** Scratch directories, in memory where that is possible; gone at exit. */
+struct Scratch {
+    Scratch() {
+        namespace fs = std::filesystem;
+        std::error_code ignored;
+        const bool memory = fs::is_directory("/dev/shm", ignored) && access("/dev/shm", W_OK) == 0;
+        std::string name =
+            (memory ? fs::path("/dev/shm") : fs::temp_directory_path()) / "accsym-fuzz-XXXXXX";
+        HOLDS(mkdtemp(name.data()) != nullptr);
+        root = name;
+        files = root / "files";
+        temp = root / "temp";
+        fs::create_directory(files);
+        fs::create_directory(temp);
+        setenv("TMPDIR", temp.c_str(), 1);
+    }
+    ~Scratch() {
+        std::error_code ignored;
+        std::filesystem::remove_all(root, ignored);
+    }
+    std::filesystem::path root, files, temp;
+};
+
+inline std::string content(const std::filesystem::path &path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+inline void write(const std::filesystem::path &path, const std::string &bytes) {
+    std::ofstream(path, std::ios::binary) << bytes;
+}
+
+inline std::string text(const unsigned char *bytes) {
+    return reinterpret_cast<const char *>(bytes);
+}
+
+inline int lowest_free_descriptor() {
+    const int descriptor = open("/dev/null", O_RDONLY);
+    close(descriptor);
+    return descriptor;
+}
+
+#endif
