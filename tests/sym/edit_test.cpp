@@ -96,6 +96,18 @@ TEST(edits, change_just_what_they_name) {
     }
 }
 
+// Block numbers go on from the block before; those behind keep theirs.
+TEST(edits, number_a_new_block_and_give_it_its_level) {
+    Editing e(symbol_file("例", block("A") + block("A／X") + block("B")));
+    e.focus("例／A／X");
+    EXPECT_EQ(e.edit(add, "P"), 1);
+    std::string numbers;
+    for (const TempInfo &r : read_temp().records) {
+        numbers += std::to_string(r.usBlockNo) + '.' + std::to_string(r.usLevel) + ' ';
+    }
+    EXPECT_EQ(numbers, "1.1 2.2 3.3 4.4 4.2 ");
+}
+
 TEST(edits, of_the_file_title_move_every_path) {
     Editing e(symbol_file("例", block("A", "→\n") + block("A／X")));
     EXPECT_EQ(e.edit(change, "新しい題"), 1) << e.host.message();
