@@ -8,8 +8,7 @@
 
 namespace {
 
-const std::set<int> known = {8,   12,  13,  14,  22,  31,  42,  50,  55,  67,  132, 133,
-                             134, 135, 136, 137, 138, 139, 140, 141, 142, 143, 144, 145};
+const std::set<int> known = {8, 12, 13, 14, 22, 31, 42, 50, 55, 67, 132, 133, 134, 135, 136, 137, 138, 139, 140, 141, 142, 143, 144, 145};
 
 TEST(dispatcher, answers_2_to_unknown_codes_and_empties_the_message) {
     Host host;
@@ -47,8 +46,7 @@ TEST(dispatcher, refuses_null_strings_with_message_4) {
     ws.put("a.kig", worked_example());
     Host host(ws);
     ASSERT_EQ(host.open("例"), 1);
-    const std::pair<int, int> cases[] = {{143, 1}, {142, 1}, {142, 2},
-                                         {142, 3}, {142, 4}, {139, 1}};
+    const std::pair<int, int> cases[] = {{143, 1}, {142, 1}, {142, 2}, {142, 3}, {142, 4}, {139, 1}};
     for (const auto &[code, string] : cases) {
         for (int number = 1; number <= 4; ++number) host.string(number, "xx");
         host.null_string(string);

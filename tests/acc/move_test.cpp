@@ -69,8 +69,7 @@ TEST(cursor, moves_by_item_and_page) {
 
 TEST(cursor, index_of_the_current_item) {
     Host host;
-    const int cases[][3] = {{1, 1, 0},     {1, 9, 8},     {10, 1, 9},
-                            {5, 0, 65535}, {0, 0, 65535}, {65535, 65535, 65532}};
+    const int cases[][3] = {{1, 1, 0}, {1, 9, 8}, {10, 1, 9}, {5, 0, 65535}, {0, 0, 65535}, {65535, 65535, 65532}};
     for (const auto &[first, number, index] : cases) {
         host.list(2).cchLBItemPageFirst = static_cast<unsigned short>(first);
         host.list(2).cchLBItemNum = static_cast<unsigned short>(number);
@@ -80,8 +79,7 @@ TEST(cursor, index_of_the_current_item) {
 
 TEST(browsing, reaches_every_symbol_and_its_codes) {
     Workspace ws;
-    ws.put("a.kig", symbol_file("例", block("矢印") + block("数学", "　＋×÷±∞∴♂♀℃￥\n") +
-                                          block("数学／比較", "＝\n")));
+    ws.put("a.kig", symbol_file("例", block("矢印") + block("数学", "　＋×÷±∞∴♂♀℃￥\n") + block("数学／比較", "＝\n")));
     Host host(ws);
     host.record.wCurrentList = 1;
     host.geometry(9, 4);

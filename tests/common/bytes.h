@@ -45,8 +45,7 @@ inline std::string hex(std::string_view data) {
 class GuardedMemory {
   public:
     GuardedMemory() {
-        void *const area = mmap(nullptr, usable + page, PROT_READ | PROT_WRITE,
-                                MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+        void *const area = mmap(nullptr, usable + page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
         if (area == MAP_FAILED) throw std::runtime_error("mmap");
         area_ = static_cast<unsigned char *>(area);
         if (mprotect(area_ + usable, page, PROT_NONE) != 0) throw std::runtime_error("mprotect");
@@ -70,9 +69,7 @@ class GuardedMemory {
     }
 
     /** The same with a NUL. */
-    unsigned char *text(const Bytes &data) {
-        return copy(std::string_view(data.c_str(), data.size() + 1));
-    }
+    unsigned char *text(const Bytes &data) { return copy(std::string_view(data.c_str(), data.size() + 1)); }
 
   private:
     static constexpr std::size_t page = 65536;

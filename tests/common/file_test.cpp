@@ -159,9 +159,7 @@ TEST_F(Files, copies) {
         acc::OpenFile source(CM_open(u(source_name), "rb"));
         acc::OpenFile target(CM_create(u(path("target"))));
         ASSERT_EQ(CM_seek(source.handle(), 2, 0), 0);
-        EXPECT_EQ(count == all ? CM_CopyFile(target.handle(), source.handle())
-                               : CM_CopyFilen(target.handle(), source.handle(), count),
-                  0);
+        EXPECT_EQ(count == all ? CM_CopyFile(target.handle(), source.handle()) : CM_CopyFilen(target.handle(), source.handle(), count), 0);
         EXPECT_EQ(target.close(), 0);
         EXPECT_TRUE(content(path("target")) == data.substr(2, count));
     }
@@ -267,9 +265,8 @@ TEST_F(Files, threads_use_files_of_their_own_at_one_time) {
             const Bytes data(1000, static_cast<char>((number == 0 ? 'a' : 'n') + round % 13));
             Bytes back(1000, '.');
             const int handle = CM_create(u(name));
-            if (CM_write(handle, 1000, data.data()) != 1000 || CM_seek(handle, 0, 0) != 0 ||
-                CM_read(handle, 1000, back.data()) != 1000 || CM_close(handle) != 0 ||
-                back != data) {
+            if (CM_write(handle, 1000, data.data()) != 1000 || CM_seek(handle, 0, 0) != 0 || CM_read(handle, 1000, back.data()) != 1000 ||
+                CM_close(handle) != 0 || back != data) {
                 errors[number] = "round " + std::to_string(round);
                 return;
             }

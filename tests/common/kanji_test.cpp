@@ -65,8 +65,7 @@ Bytes expected_sjis(const Bytes &euc) {
     return sjis;
 }
 
-Bytes converted(unsigned char *(*convert)(const unsigned char *), GuardedMemory &memory,
-                const Bytes &text) {
+Bytes converted(unsigned char *(*convert)(const unsigned char *), GuardedMemory &memory, const Bytes &text) {
     const acc::HeapBlock<unsigned char> result(convert(memory.text(text)));
     return text_of(result.get());
 }
@@ -122,13 +121,10 @@ TEST(Codes, no_text_and_no_memory_give_null) {
 }
 
 TEST(Codes, classes_of_bytes) {
-    const auto between = [](int byte, int first, int last) {
-        return first <= byte && byte <= last;
-    };
+    const auto between = [](int byte, int first, int last) { return first <= byte && byte <= last; };
     EXPECT_EQ(___kanjitbl[0], 0);
     for (int byte = 0; byte < 256; ++byte) {
-        const int expected = (is_lead_byte(byte) ? 1 : 0) |
-                             (between(byte, 0x40, 0x7E) || between(byte, 0x80, 0xFC) ? 2 : 0) |
+        const int expected = (is_lead_byte(byte) ? 1 : 0) | (between(byte, 0x40, 0x7E) || between(byte, 0x80, 0xFC) ? 2 : 0) |
                              (between(byte, 0xA1, 0xFE) ? 4 : 0) | (is_katakana(byte) ? 8 : 0);
         EXPECT_EQ(___kanjitbl[byte + 1], expected) << byte;
     }
@@ -187,10 +183,7 @@ TEST(Codes, compound_text) {
              {"control characters", {0x1F, 0x09, 0x0D, 0x0A, 0}, 9, "\t\n"},
              {"dropped ones count", {0x01, 0x09, 0x0A, 0}, 2, "\t"},
              {"borders", {0x20, 0x7F, 0x80, 0xFF, 0}, 9, "\x1B(J \x7F\x1B)I\x80\xFF"},
-             {"kanji borders and back",
-              {0x100, 0xFF, 0xFFFF, 0x21, 0},
-              9,
-              bytes("\x1B$)B\x01\x00\x1B)I\xFF\x1B$)B\xFF\xFF\x1B(J!")},
+             {"kanji borders and back", {0x100, 0xFF, 0xFFFF, 0x21, 0}, 9, bytes("\x1B$)B\x01\x00\x1B)I\xFF\x1B$)B\xFF\xFF\x1B(J!")},
          }) {
         GuardedMemory memory;
         unsigned char *const out = memory.block(c.text.size() + 1);
@@ -228,13 +221,11 @@ TEST(Codes, numbers_of_a_character) {
         if (cell.first >= 94) continue;
         unsigned char out[8];
         char expected[8];
-        std::snprintf(expected, sizeof expected, "%02X%02X",
-                      static_cast<unsigned char>(cell.first + 0x21),
+        std::snprintf(expected, sizeof expected, "%02X%02X", static_cast<unsigned char>(cell.first + 0x21),
                       static_cast<unsigned char>(cell.second + 0x21));
         CM_SjisToJis(static_cast<unsigned short>(code), out);
         ASSERT_EQ(text_of(out), expected) << code;
-        std::snprintf(expected, sizeof expected, "%02d%02d",
-                      static_cast<unsigned char>(cell.first + 1),
+        std::snprintf(expected, sizeof expected, "%02d%02d", static_cast<unsigned char>(cell.first + 1),
                       static_cast<unsigned char>(cell.second + 1));
         CM_SjisToKuten(static_cast<unsigned short>(code), out);
         ASSERT_EQ(text_of(out), expected) << code;

@@ -42,15 +42,12 @@ TEST(Items, headers) {
         const Bytes wide_text = bytes("\x30\x42\x30\0");
         Bytes wide(header.size() + 2, '\0');
         wide.resize(static_cast<std::size_t>(
-            CM_SjisToUnicode(reinterpret_cast<unsigned char *>(wide.data()), 0, u(header),
-                             static_cast<unsigned short>(header.size()))));
+            CM_SjisToUnicode(reinterpret_cast<unsigned char *>(wide.data()), 0, u(header), static_cast<unsigned short>(header.size()))));
         wide += wide_text;
         unsigned char *const wide_out = memory.block(wide.size() + 1);
-        EXPECT_EQ(CM_LBMakeHeaderF(c.mode, u(wide_text), c.number, wide_out, 1),
-                  static_cast<int>(wide.size()) + (c.mode == 0 ? 0 : 1));
+        EXPECT_EQ(CM_LBMakeHeaderF(c.mode, u(wide_text), c.number, wide_out, 1), static_cast<int>(wide.size()) + (c.mode == 0 ? 0 : 1));
         EXPECT_EQ(hex(Bytes(wide_out, wide_out + wide.size() + 1)), hex(wide + '\0'));
-        EXPECT_EQ(CM_CutHeaderF(wide_out, c.mode, 1) - wide_out,
-                  c.mode <= 1 ? 0 : (c.mode - 1) * 4);
+        EXPECT_EQ(CM_CutHeaderF(wide_out, c.mode, 1) - wide_out, c.mode <= 1 ? 0 : (c.mode - 1) * 4);
     }
 }
 
@@ -64,17 +61,14 @@ TEST(Items, sizes_are_cut_to_16_bits) {
 }
 
 TEST(Items, fixed_width_items_take_16_bytes_of_text) {
-    for (const auto &[mode, header] :
-         {std::pair<unsigned short, Bytes>{0, ""}, {1, ""}, {2, "1"}, {4, "1: "}}) {
+    for (const auto &[mode, header] : {std::pair<unsigned short, Bytes>{0, ""}, {1, ""}, {2, "1"}, {4, "1: "}}) {
         const Bytes text = bytes(
             "0123\0"
             "567890abcdef");
         GuardedMemory memory;
         unsigned char *const out = memory.block(header.size() + 17);
-        EXPECT_EQ(CM_LBMakeHeaderXKP(mode, u(text), 1, out),
-                  static_cast<int>(header.size()) + (mode == 0 ? 16 : 17));
-        EXPECT_EQ(hex(Bytes(out, out + header.size() + 17)),
-                  hex(header + text.substr(0, 16) + '\0'));
+        EXPECT_EQ(CM_LBMakeHeaderXKP(mode, u(text), 1, out), static_cast<int>(header.size()) + (mode == 0 ? 16 : 17));
+        EXPECT_EQ(hex(Bytes(out, out + header.size() + 17)), hex(header + text.substr(0, 16) + '\0'));
     }
 }
 
@@ -127,8 +121,7 @@ TEST(Items, separated_lists) {
         GuardedMemory memory;
         const unsigned char *const list = memory.text(c.list);
         int length = 99;
-        EXPECT_EQ(CM_GetString2(list, c.n, &length), c.start < 0 ? nullptr : list + c.start)
-            << c.name;
+        EXPECT_EQ(CM_GetString2(list, c.n, &length), c.start < 0 ? nullptr : list + c.start) << c.name;
         EXPECT_EQ(length, c.length) << c.name;
     }
     int length = 99;

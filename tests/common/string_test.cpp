@@ -141,8 +141,7 @@ TEST(Strings, wide_strings_end_at_a_unit_whose_first_byte_is_0) {
         int wide, narrow;
     };
     for (const Case &c : {
-             Case{"second byte decides behind a 0", bytes("2\0003\0\0"), bytes("2\0004\0\0"), -1,
-                  0},
+             Case{"second byte decides behind a 0", bytes("2\0003\0\0"), bytes("2\0004\0\0"), -1, 0},
              {"second byte of a unit", bytes("\x30\x42\0"), bytes("\x30\x41\0"), 1, 1},
              {"prefix is smaller", bytes("ab\0"), bytes("abcd\0"), -1, -1},
              {"equal", bytes("a\0\0"), bytes("a\0\0"), 0, 0},
@@ -175,8 +174,7 @@ TEST(Strings, numbers_are_not_checked) {
 
 TEST(Strings, paths) {
     GuardedMemory memory;
-    for (const auto &[path, ended] :
-         {std::pair<Bytes, Bytes>{"", ""}, {"/usr/", "/usr/"}, {"/usr", "/usr/"}}) {
+    for (const auto &[path, ended] : {std::pair<Bytes, Bytes>{"", ""}, {"/usr/", "/usr/"}, {"/usr", "/usr/"}}) {
         unsigned char *const buffer = memory.block(ended.size() + 1);
         CM_strcpy(buffer, u(path));
         CM_PathEndChk(buffer);

@@ -35,8 +35,7 @@ Bytes converted(Conversion convert, const Bytes &source) {
     static GuardedMemory out;
     const std::size_t even_size = (source.size() + 1) / 2 * 2;
     unsigned char *const destination = out.block(even_size + 1);
-    EXPECT_EQ(convert(destination, 0, in.copy(source), static_cast<unsigned short>(source.size())),
-              static_cast<int>(even_size));
+    EXPECT_EQ(convert(destination, 0, in.copy(source), static_cast<unsigned short>(source.size())), static_cast<int>(even_size));
     // What lies behind the NUL is untouched, so the last NUL ends the result.
     const Bytes all(destination, destination + even_size + 1);
     const std::size_t end = all.find_last_of('\0');
@@ -53,20 +52,14 @@ TEST(Unicode, every_code_converts_both_ways_as_counted_out) {
     for (int code = 0; code < 65536; ++code) {
         const unsigned short unicode = expected_unicode(code);
         ASSERT_EQ(SjisToUniCode(static_cast<unsigned short>(code)), unicode) << code;
-        ASSERT_EQ(hex(converted(CM_SjisToUnicode, big_endian(code))),
-                  hex(unicode < 0x100 ? "" : big_endian(unicode)))
-            << code;
+        ASSERT_EQ(hex(converted(CM_SjisToUnicode, big_endian(code))), hex(unicode < 0x100 ? "" : big_endian(unicode))) << code;
 
         const auto found = code < 0x100 ? sjis_of.end() : sjis_of.find(code);
         const bool known = found != sjis_of.end();
         const int swapped = code % 256 * 256 + code / 256;
         const int sjis = known ? found->second : swapped;
-        ASSERT_EQ(UniCodeToSjis(static_cast<unsigned short>(code)),
-                  known ? sjis % 256 * 256 + sjis / 256 : code)
-            << code;
-        ASSERT_EQ(hex(converted(CM_UnicodeToSjis, big_endian(code))),
-                  hex(code < 0x100 ? "" : big_endian(sjis)))
-            << code;
+        ASSERT_EQ(UniCodeToSjis(static_cast<unsigned short>(code)), known ? sjis % 256 * 256 + sjis / 256 : code) << code;
+        ASSERT_EQ(hex(converted(CM_UnicodeToSjis, big_endian(code))), hex(code < 0x100 ? "" : big_endian(sjis))) << code;
     }
 }
 
@@ -136,9 +129,7 @@ TEST(Unicode, table_agrees_with_the_platform) {
             std::size_t out_left = sizeof out;
             iconv(converter, nullptr, nullptr, nullptr, nullptr);
             const bool valid = iconv(converter, &in_next, &in_left, &out_next, &out_left) == 0;
-            const unsigned platform =
-                valid ? static_cast<unsigned>(out[0] << 24 | out[1] << 16 | out[2] << 8 | out[3])
-                      : 0;
+            const unsigned platform = valid ? static_cast<unsigned>(out[0] << 24 | out[1] << 16 | out[2] << 8 | out[3]) : 0;
             if (m_usUnicode[static_cast<std::size_t>(row * 94 + cell)] != platform) {
                 differences[{row + 1, cell + 1}] = platform;
             }

@@ -13,10 +13,8 @@ extern "C" {
 void JNICALL Java_jp_co_korm_wospen_ZikSymAccdata_initFIDs(JNIEnv *, jclass);
 void JNICALL Java_jp_co_korm_wospen_ZikSymListBox_initFIDs(JNIEnv *, jclass);
 jint JNICALL Java_jp_co_korm_wospen_ZikSym_AccSym(JNIEnv *, jobject);
-jint JNICALL Java_jp_co_korm_wospen_ZikNative_AccUnicodeToSjis(JNIEnv *, jobject, jbyteArray, jint,
-                                                               jbyteArray);
-jint JNICALL Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode(JNIEnv *, jobject, jbyteArray, jint,
-                                                               jbyteArray);
+jint JNICALL Java_jp_co_korm_wospen_ZikNative_AccUnicodeToSjis(JNIEnv *, jobject, jbyteArray, jint, jbyteArray);
+jint JNICALL Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode(JNIEnv *, jobject, jbyteArray, jint, jbyteArray);
 }
 
 namespace {
@@ -112,8 +110,7 @@ class Bridge : public testing::TestWithParam<bool> {
     HostObject host;
 };
 
-INSTANTIATE_TEST_SUITE_P(arrays, Bridge, testing::Bool(),
-                         [](const auto &test) { return test.param ? "copied" : "pinned"; });
+INSTANTIATE_TEST_SUITE_P(arrays, Bridge, testing::Bool(), [](const auto &test) { return test.param ? "copied" : "pinned"; });
 
 TEST_P(Bridge, looks_fields_up_in_order_and_stops_at_the_first_that_is_missing) {
     std::vector<std::string> expected = accdata_fields;
@@ -132,8 +129,7 @@ TEST_P(Bridge, looks_fields_up_in_order_and_stops_at_the_first_that_is_missing) 
         in_accdata ? Java_jp_co_korm_wospen_ZikSymAccdata_initFIDs(&vm.env, nullptr)
                    : Java_jp_co_korm_wospen_ZikSymListBox_initFIDs(&vm.env, nullptr);
         EXPECT_EQ(static_cast<int>(vm.lookups.size()), vm.lookups_before_failure);
-        if (missing != std::ssize(accdata_fields))
-            expect_refusal("without " + expected[static_cast<std::size_t>(missing)]);
+        if (missing != std::ssize(accdata_fields)) expect_refusal("without " + expected[static_cast<std::size_t>(missing)]);
 
         vm.lookups_before_failure = -1;
         Java_jp_co_korm_wospen_ZikSymAccdata_initFIDs(&vm.env, nullptr);
@@ -162,8 +158,7 @@ TEST_P(Bridge, copies_every_field_in_and_out) {
 #undef BYTES_AT
         }
     };
-    visit([&](unsigned short value) { EXPECT_EQ(value, number++); },
-          [&](unsigned char *bytes) { EXPECT_EQ(bytes[99], mark++); });
+    visit([&](unsigned short value) { EXPECT_EQ(value, number++); }, [&](unsigned char *bytes) { EXPECT_EQ(bytes[99], mark++); });
 
     number = 65535;
     visit([&](unsigned short &value) { value = static_cast<unsigned short>(number--); },
@@ -238,8 +233,7 @@ TEST_P(Bridge, runs_no_command_when_an_array_or_list_box_cannot_be_had) {
     expect_refusal("no room for references");
     vm.capacity_result = JNI_OK;
     EXPECT_EQ(run(ACC_VKEY_FILE_CLOSE), 0);
-    EXPECT_EQ(host.record.numbers["cchMessage"], no_file_open_bytes)
-        << "now the command itself has run";
+    EXPECT_EQ(host.record.numbers["cchMessage"], no_file_open_bytes) << "now the command itself has run";
 }
 
 TEST_P(Bridge, list_boxes_come_alone_too) {
@@ -254,8 +248,7 @@ TEST_P(Bridge, list_boxes_come_alone_too) {
 
     vm.refused = host.list_boxes[9].arrays["lpchLBItemInfo"];
     EXPECT_EQ(jni_GetListBox_from_Accdata(&record, &vm.env, object), 0);
-    EXPECT_EQ(jni_GetAll_from_ListBox(&record.tListBox[9], &vm.env, handle(&host.list_boxes[9])),
-              0);
+    EXPECT_EQ(jni_GetAll_from_ListBox(&record.tListBox[9], &vm.env, handle(&host.list_boxes[9])), 0);
     EXPECT_EQ(vm.pinned, 0);
     EXPECT_EQ(record.tListBox[0].lpchLBList, nullptr) << "points at elements that went back";
 }
@@ -279,33 +272,16 @@ TEST_P(Bridge, conversions_write_the_destination_alone) {
         jint length;
         Bytes expected;
     } const cases[] = {
-        {"to Unicode",
-         Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode,
-         {0x82, 0xA0},
-         2,
-         {0x30, 0x42, 0}},
-        {"to Shift_JIS",
-         Java_jp_co_korm_wospen_ZikNative_AccUnicodeToSjis,
-         {0x30, 0x42},
-         2,
-         {0x82, 0xA0, 0}},
-        {"nothing",
-         Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode,
-         {0x82, 0xA0},
-         0,
-         {0, 0xEE, 0xEE}},
-        {"length beyond 16 bits",
-         Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode,
-         {0x82, 0xA0},
-         65538,
-         {0x30, 0x42, 0}},
+        {"to Unicode", Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode, {0x82, 0xA0}, 2, {0x30, 0x42, 0}},
+        {"to Shift_JIS", Java_jp_co_korm_wospen_ZikNative_AccUnicodeToSjis, {0x30, 0x42}, 2, {0x82, 0xA0, 0}},
+        {"nothing", Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode, {0x82, 0xA0}, 0, {0, 0xEE, 0xEE}},
+        {"length beyond 16 bits", Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode, {0x82, 0xA0}, 65538, {0x30, 0x42, 0}},
     };
     for (const auto &test : cases) {
         Array source{test.source, {}, 0};
         Array destination{Bytes(3, 0xEE), {}, 0};
         const auto convert = [&](Array *from, Array *to) {
-            return test.convert(&vm.env, nullptr, static_cast<jbyteArray>(handle(from)),
-                                test.length, static_cast<jbyteArray>(handle(to)));
+            return test.convert(&vm.env, nullptr, static_cast<jbyteArray>(handle(from)), test.length, static_cast<jbyteArray>(handle(to)));
         };
         EXPECT_EQ(convert(nullptr, &destination), 0) << test.name;
         EXPECT_EQ(convert(&source, nullptr), 0) << test.name;

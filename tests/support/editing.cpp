@@ -30,15 +30,12 @@ Blocks blocks_of(const Temp &temp) {
         const std::string title_path = path.substr(name.size() + 2);
         const std::string brackets = to_sjis("［") + title_path + to_sjis("］");
         const std::size_t line_end = temp.text.find("\r\n", r.ulTitlePos);
-        EXPECT_NE(temp.text.substr(r.ulTitlePos, line_end - r.ulTitlePos).find(brackets),
-                  std::string::npos)
-            << to_utf8(path);
+        EXPECT_NE(temp.text.substr(r.ulTitlePos, line_end - r.ulTitlePos).find(brackets), std::string::npos) << to_utf8(path);
         const std::string data = temp.text.substr(r.ulDataPos, 2 * r.ulDataLen);
         EXPECT_EQ(temp.text.substr(r.ulDataPos - 42, 42), hyphens + "\r\n") << to_utf8(path);
         EXPECT_EQ(temp.text.substr(r.ulDataPos + data.size(), 40), hyphens) << to_utf8(path);
         std::size_t symbols = 0;
-        for (std::size_t at = 0; at < data.size(); at += 2)
-            symbols += data.compare(at, 2, "\r\n") != 0;
+        for (std::size_t at = 0; at < data.size(); at += 2) symbols += data.compare(at, 2, "\r\n") != 0;
         EXPECT_EQ(r.ulSymbolNum, symbols) << to_utf8(path);
         blocks.emplace_back(to_utf8(title_path), data);
     }

@@ -47,8 +47,7 @@ template <typename Body>
 void each_fault(Body body) {
     for (const bool lasting : {false, true}) {
         for (int nth = 1;; ++nth) {
-            SCOPED_TRACE(::testing::Message()
-                         << "operation " << nth << (lasting ? " and later" : "") << " fails");
+            SCOPED_TRACE(::testing::Message() << "operation " << nth << (lasting ? " and later" : "") << " fails");
             Fault fault(nth, lasting);
             body(fault);
             if (!fault.fired()) break;

@@ -20,8 +20,7 @@ unsigned char *Host::Buffer::make(std::size_t size) {
 }
 
 bool Host::Buffer::intact() const {
-    return std::all_of(bytes.end() - canary_bytes, bytes.end(),
-                       [](unsigned char byte) { return byte == canary; });
+    return std::all_of(bytes.end() - canary_bytes, bytes.end(), [](unsigned char byte) { return byte == canary; });
 }
 
 Host::Host() : buffers_(4 + 5 * ACC_LISTBOX_MAX) {
@@ -52,16 +51,14 @@ Host::~Host() {
 }
 
 void Host::string(int number, const std::string &bytes) {
-    unsigned char **field[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3,
-                               &record.lpchString4, &record.lpchString5};
+    unsigned char **field[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3, &record.lpchString4, &record.lpchString5};
     strings_[number - 1] = bytes;
     *field[number - 1] = reinterpret_cast<unsigned char *>(strings_[number - 1].data());
 }
 
 void Host::null_string(int number) {
     string(number, "");
-    unsigned char **field[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3,
-                               &record.lpchString4, &record.lpchString5};
+    unsigned char **field[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3, &record.lpchString4, &record.lpchString5};
     *field[number - 1] = nullptr;
 }
 
@@ -84,8 +81,7 @@ int Host::position(const std::string &utf8_path) {
     return run(ACC_VKEY_SET_POSITION);
 }
 
-int Host::geometry(int items_per_page, int header, int item_length,
-                   const std::string &utf8_caption) {
+int Host::geometry(int items_per_page, int header, int item_length, const std::string &utf8_caption) {
     const std::string kept[] = {strings_[1], strings_[2], strings_[3]};
     string(1, to_sjis(utf8_caption));
     const int values[] = {items_per_page, header, item_length};

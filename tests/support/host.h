@@ -28,8 +28,7 @@ class Host {
     int open(const std::string &utf8_title);
     int close() { return run(ACC_VKEY_FILE_CLOSE); }
     int position(const std::string &utf8_path);
-    int geometry(int items_per_page, int header, int item_length = 64,
-                 const std::string &utf8_caption = "");
+    int geometry(int items_per_page, int header, int item_length = 64, const std::string &utf8_caption = "");
 
     /** The message in UTF-8. */
     std::string message() const;

@@ -15,8 +15,7 @@ std::string convert(const char *to, const char *from, const std::string &input) 
     std::size_t in_left = input.size(), out_left = output.size();
     const std::size_t result = iconv(codec, &in, &in_left, &out, &out_left);
     iconv_close(codec);
-    if (result == static_cast<std::size_t>(-1))
-        throw std::runtime_error("not convertible: " + input);
+    if (result == static_cast<std::size_t>(-1)) throw std::runtime_error("not convertible: " + input);
     output.resize(output.size() - out_left);
     return output;
 }

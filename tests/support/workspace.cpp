@@ -56,6 +56,5 @@ std::string block(const std::string &path, const std::string &symbols) {
 }
 
 std::string worked_example() {
-    return symbol_file("例",
-                       block("矢印", "→←↑↓\n") + block("数学", "＋×÷\n±\n") + block("数学／比較"));
+    return symbol_file("例", block("矢印", "→←↑↓\n") + block("数学", "＋×÷\n±\n") + block("数学／比較"));
 }

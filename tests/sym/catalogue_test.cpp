@@ -26,13 +26,10 @@ TEST(catalogue, lists_symbol_files_by_what_their_head_says) {
         {"no header", "a.kig", good.substr(1), false},
         {"no name line", "a.kig", to_euc("〈記号〉\n"), false},
         {"empty", "a.kig", "", false},
-        {"name line at the end of what is read", "a.kig",
-         to_euc("〈記号〉\n") + std::string(1007, 'x') + to_euc("名称=題\n"), true},
-        {"name line beyond it", "a.kig",
-         to_euc("〈記号〉\n") + std::string(1020, 'x') + to_euc("名称=題\n"), false},
+        {"name line at the end of what is read", "a.kig", to_euc("〈記号〉\n") + std::string(1007, 'x') + to_euc("名称=題\n"), true},
+        {"name line beyond it", "a.kig", to_euc("〈記号〉\n") + std::string(1020, 'x') + to_euc("名称=題\n"), false},
         {"title of 260 bytes", "a.kig", symbol_file(std::string(260, 'a')), false},
-        {"too deep for an open", "a.kig", symbol_file("題", block("1／2／3／4／5／6／7／8／9／10")),
-         true},
+        {"too deep for an open", "a.kig", symbol_file("題", block("1／2／3／4／5／6／7／8／9／10")), true},
     };
     for (const auto &c : cases) {
         Workspace ws;

@@ -13,8 +13,7 @@ const char *const failed = "記号ファイルのコンバートに失敗しま�
 /** An open file, and the current directory where the old file lies under a bare name. */
 class Conversion : public Editing {
   public:
-    Conversion()
-        : Editing(symbol_file("例", block("A", "→\n"))), old_directory_(fs::current_path()) {
+    Conversion() : Editing(symbol_file("例", block("A", "→\n"))), old_directory_(fs::current_path()) {
         fs::create_directory(ws.root / "old");
         fs::current_path(ws.root / "old");
     }
@@ -36,13 +35,11 @@ class Conversion : public Editing {
 
     void expect_unchanged(const char *message, int edited) {
         EXPECT_EQ(host.message(), message);
-        EXPECT_EQ(text(),
-                  "〈記号〉\r\n名称=例\r\n［A］\r\n" + hyphens + "\r\n→\r\n" + hyphens + "\r\n");
+        EXPECT_EQ(text(), "〈記号〉\r\n名称=例\r\n［A］\r\n" + hyphens + "\r\n→\r\n" + hyphens + "\r\n");
         EXPECT_EQ(host.run(ACC_VKEY_GET_EDIT), edited);
         EXPECT_EQ(ws.temp_files().size(), 1u);
         if (fs::exists(ws.common)) {
-            EXPECT_EQ(std::distance(fs::directory_iterator(ws.common), fs::directory_iterator()),
-                      1);
+            EXPECT_EQ(std::distance(fs::directory_iterator(ws.common), fs::directory_iterator()), 1);
         }
     }
 
@@ -60,18 +57,14 @@ TEST(conversion, turns_titles_and_keys_into_blocks) {
         std::string old, expected;
     } cases[] = {
         {"spaces are dropped", "［記号］\r\n" + hyphens + "\r\nsel1=★ ☆\r\n", b("記号", "★☆\r\n")},
-        {"keys in their own order, either case", "［T］\nSEL2=☆\nsel11=→\nsel1=★\n",
-         b("T", "★\r\n☆\r\n→\r\n")},
-        {"the first ten of a line", "［T］\r\nsel1=１２３４５６７８９０☆★\r\n",
-         b("T", "１２３４５６７８９０\r\n")},
-        {"a key that comes again behind ten", "［T］\r\nsel1=１２３４５６７８９０\r\nsel1=☆\r\n",
-         b("T", "１２３４５６７８９０☆\r\n")},
+        {"keys in their own order, either case", "［T］\nSEL2=☆\nsel11=→\nsel1=★\n", b("T", "★\r\n☆\r\n→\r\n")},
+        {"the first ten of a line", "［T］\r\nsel1=１２３４５６７８９０☆★\r\n", b("T", "１２３４５６７８９０\r\n")},
+        {"a key that comes again behind ten", "［T］\r\nsel1=１２３４５６７８９０\r\nsel1=☆\r\n", b("T", "１２３４５６７８９０☆\r\n")},
         {"no keys", "［T］\r\nother=★\r\n", b("T")},
         {"no line end at the end", "［T］\r\nsel1=★", b("T", "★\r\n")},
         {"half a symbol at the end", "［T］\r\nsel1=★☆x", b("T", "★☆\r\n")},
         {"text before the first title", "x\r\n［T］\r\nsel1=★\r\n", b("T", "★\r\n")},
-        {"brackets that open nothing",
-         "［］\r\n x［U］\r\n［123456789012345］\r\n［T］\r\nsel1=★\r\n", b("T", "★\r\n")},
+        {"brackets that open nothing", "［］\r\n x［U］\r\n［123456789012345］\r\n［T］\r\nsel1=★\r\n", b("T", "★\r\n")},
         {"14 bytes", "［12345678901234］\r\n", b("12345678901234")},
         {"two titles", "［T］\r\nsel1=★\r\n［U］\r\nsel1=☆\r\n", b("T", "★\r\n") + b("U", "☆\r\n")},
         {"a title of the open file", "［A］\r\nsel1=★\r\n", b("A", "★\r\n")},
@@ -143,9 +136,7 @@ TEST(conversion, refuses_what_it_cannot_keep_whole) {
         {"32767 bytes", (to_sjis("［T］\r\n") + filler).substr(0, 32767), true},
         {"32768 bytes", (to_sjis("［T］\r\n") + filler).substr(0, 32768), false},
         {"a symbol that EUC-JP cannot hold", to_sjis("［T］\r\nsel1=") + "\xF0\x40\r\n", false},
-        {"hyphens that read as an end line",
-         to_sjis("［T］\r\n") + "sel1=--------------------\r\nsel1=--------------------\r\n",
-         false},
+        {"hyphens that read as an end line", to_sjis("［T］\r\n") + "sel1=--------------------\r\nsel1=--------------------\r\n", false},
         {"a NUL", to_sjis("［T］\r\nsel1=") + std::string("a\0", 2) + "\r\n", false},
         {"a title that would read as two levels", to_sjis("［T／U］\r\n"), false},
     };
@@ -155,8 +146,7 @@ TEST(conversion, refuses_what_it_cannot_keep_whole) {
         write_file("x.ini", c.old);
         EXPECT_EQ(f.convert("x.ini"), c.converted ? 1 : 0) << f.host.message();
         if (!c.converted) {
-            const bool late =
-                f.host.run(ACC_VKEY_GET_EDIT) == 1; // only the blocks' shape is judged late
+            const bool late = f.host.run(ACC_VKEY_GET_EDIT) == 1; // only the blocks' shape is judged late
             f.convert("x.ini");
             f.expect_unchanged(failed, late ? 1 : 2);
         }
@@ -194,8 +184,7 @@ TEST(conversion, appends_behind_the_last_block_of_an_odd_file) {
         ASSERT_EQ(f.host.open("例"), 1);
         write_file("x.ini", to_sjis("［T］\r\nsel1=★\r\n"));
         EXPECT_EQ(f.convert("x.ini"), 1) << tail;
-        EXPECT_EQ(blocks_of(read_temp()),
-                  (Blocks{{"A", to_sjis("→\r\n")}, {"T", to_sjis("★\r\n")}}));
+        EXPECT_EQ(blocks_of(read_temp()), (Blocks{{"A", to_sjis("→\r\n")}, {"T", to_sjis("★\r\n")}}));
     }
 }
 

@@ -19,8 +19,7 @@ const char *const names[] = {"A", "AB", "ABC", "B", "あ", "メ^", "矢印"};
 
 std::string random_path(Random &random) {
     std::string path = names[below(random, 7)];
-    for (std::size_t depth = below(random, 4); depth > 0; --depth)
-        path += std::string("／") + names[below(random, 7)];
+    for (std::size_t depth = below(random, 4); depth > 0; --depth) path += std::string("／") + names[below(random, 7)];
     return path;
 }
 
@@ -43,8 +42,7 @@ std::string random_file(Random &random) {
         if (below(random, 8) == 0) one.insert(one.size() - 1, "---");
         blocks += one;
     }
-    if (below(random, 5) == 0 && blocks.ends_with("-\n"))
-        blocks.erase(blocks.size() - 41); // no end line
+    if (below(random, 5) == 0 && blocks.ends_with("-\n")) blocks.erase(blocks.size() - 41); // no end line
     return symbol_file("例", blocks);
 }
 
@@ -54,8 +52,7 @@ bool is_below(const std::string &path, const std::string &title) {
 
 /** The model's answer to an edit of the first block of that path. */
 void apply(Blocks &model, int command, const std::string &path, const std::string &operand) {
-    const auto first =
-        std::find_if(model.begin(), model.end(), [&](const auto &b) { return b.first == path; });
+    const auto first = std::find_if(model.begin(), model.end(), [&](const auto &b) { return b.first == path; });
     if (command == ACC_VKEY_DATA_REGISTER) {
         first->second = to_sjis(operand);
     } else if (command == ACC_VKEY_TITLE_ADD) {
@@ -69,8 +66,7 @@ void apply(Blocks &model, int command, const std::string &path, const std::strin
         model.insert(place, {(path.empty() ? "" : path + "／") + operand, ""});
     } else if (command == ACC_VKEY_TITLE_CHANGE) {
         const std::size_t last = path.rfind("／");
-        const std::string renamed =
-            (last == std::string::npos ? "" : path.substr(0, last) + "／") + operand;
+        const std::string renamed = (last == std::string::npos ? "" : path.substr(0, last) + "／") + operand;
         for (auto &b : model) {
             if (&b == &*first || is_below(b.first, path)) b.first.replace(0, path.size(), renamed);
         }
@@ -90,8 +86,7 @@ std::vector<int> levels() {
 }
 
 TEST(random_edits, do_what_the_model_does_and_survive_a_save) {
-    const int commands[] = {ACC_VKEY_TITLE_ADD, ACC_VKEY_TITLE_CHANGE, ACC_VKEY_TITLE_DELETE,
-                            ACC_VKEY_DATA_REGISTER};
+    const int commands[] = {ACC_VKEY_TITLE_ADD, ACC_VKEY_TITLE_CHANGE, ACC_VKEY_TITLE_DELETE, ACC_VKEY_DATA_REGISTER};
     int edits_made = 0;
     for (unsigned seed = 1; seed <= 300; ++seed) {
         SCOPED_TRACE(testing::Message() << "seed " << seed);
@@ -101,12 +96,8 @@ TEST(random_edits, do_what_the_model_does_and_survive_a_save) {
         for (int step = 0; step < 12; ++step) {
             const int command = commands[below(random, 4)];
             std::string path =
-                model.empty() || (command == ACC_VKEY_TITLE_ADD && below(random, 3) == 0)
-                    ? ""
-                    : model[below(random, model.size())].first;
-            const std::string operand = command == ACC_VKEY_DATA_REGISTER
-                                            ? random_data(random, "\r\n")
-                                            : names[below(random, 7)];
+                model.empty() || (command == ACC_VKEY_TITLE_ADD && below(random, 3) == 0) ? "" : model[below(random, model.size())].first;
+            const std::string operand = command == ACC_VKEY_DATA_REGISTER ? random_data(random, "\r\n") : names[below(random, 7)];
             if (path.empty() && command != ACC_VKEY_TITLE_ADD) continue;
             e.focus(path.empty() ? "例" : "例／" + path);
             const Temp before = read_temp();
@@ -116,13 +107,11 @@ TEST(random_edits, do_what_the_model_does_and_survive_a_save) {
                 ASSERT_EQ(read_temp().text, before.text);
             } else {
                 // 0: a list on the way up shows a path that an odd file does not hold
-                ASSERT_TRUE(result == 1 ||
-                            e.host.message() == "ファイルの読み込みに失敗しました。");
+                ASSERT_TRUE(result == 1 || e.host.message() == "ファイルの読み込みに失敗しました。");
                 apply(model, command, path, operand);
                 ++edits_made;
             }
-            ASSERT_EQ(blocks_of(read_temp()), model)
-                << "command " << command << ' ' << path << ' ' << operand;
+            ASSERT_EQ(blocks_of(read_temp()), model) << "command " << command << ' ' << path << ' ' << operand;
         }
         const std::vector<int> levels_before = levels();
         ASSERT_EQ(e.save("例"), 1) << e.host.message();

@@ -6,8 +6,8 @@
 
 namespace {
 
-constexpr int add = ACC_VKEY_TITLE_ADD, change = ACC_VKEY_TITLE_CHANGE,
-              remove_title = ACC_VKEY_TITLE_DELETE, symbols = ACC_VKEY_DATA_REGISTER;
+constexpr int add = ACC_VKEY_TITLE_ADD, change = ACC_VKEY_TITLE_CHANGE, remove_title = ACC_VKEY_TITLE_DELETE,
+              symbols = ACC_VKEY_DATA_REGISTER;
 
 const char *const exists = "記号タイトルが既に存在します。";
 const char *const input_error = "入力エラーです。";
@@ -32,49 +32,37 @@ struct Case {
 };
 
 TEST(edits, change_just_what_they_name) {
-    const std::string tree =
-        block("A", "→\n") + block("A／X", "←\n") + block("A／X／P") + block("B", "↑\n");
-    const std::string siblings =
-        block("A") + block("A／x", "→") + block("AB", "←\n") + block("AB／C", "↑\n");
+    const std::string tree = block("A", "→\n") + block("A／X", "←\n") + block("A／X／P") + block("B", "↑\n");
+    const std::string siblings = block("A") + block("A／x", "→") + block("AB", "←\n") + block("AB／C", "↑\n");
     const Case cases[] = {
         {"add to a file without blocks", "", "例", add, "A", b("A"), "1: 例／A<2>"},
-        {"add at the top", tree, "例", add, "C",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "↑\r\n") + b("C"),
+        {"add at the top", tree, "例", add, "C", b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "↑\r\n") + b("C"),
          "1: 例／A<3> 2: 例／B<2> 3: 例／C<2>"},
         {"add behind grandchildren", tree, "例／A", add, "Y",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("A／Y") + b("B", "↑\r\n"),
-         "1: 例／A／X<3> 2: 例／A／Y<2> 1: →<4>"},
+         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("A／Y") + b("B", "↑\r\n"), "1: 例／A／X<3> 2: 例／A／Y<2> 1: →<4>"},
         {"add below a title without children", tree, "例／B", add, "X",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "↑\r\n") + b("B／X"),
-         "1: 例／B／X<2> 1: ↑<4>"},
+         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "↑\r\n") + b("B／X"), "1: 例／B／X<2> 1: ↑<4>"},
         {"add passes a sibling that begins alike", siblings, "例／A", add, "y",
          b("A") + b("A／x", "→") + b("A／y") + b("AB", "←\r\n") + b("AB／C", "↑\r\n"), nullptr},
         {"rename with all below", tree, "例／A", change, "長い名",
-         b("長い名", "→\r\n") + b("長い名／X", "←\r\n") + b("長い名／X／P") + b("B", "↑\r\n"),
-         "1: 例／長い名／X<3> 1: →<4>"},
-        {"rename a leaf", tree, "例／A／X／P", change, "Q",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／Q") + b("B", "↑\r\n"), ""},
+         b("長い名", "→\r\n") + b("長い名／X", "←\r\n") + b("長い名／X／P") + b("B", "↑\r\n"), "1: 例／長い名／X<3> 1: →<4>"},
+        {"rename a leaf", tree, "例／A／X／P", change, "Q", b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／Q") + b("B", "↑\r\n"), ""},
         {"rename keeps a sibling that begins alike", siblings, "例／A", change, "Z",
          b("Z") + b("Z／x", "→") + b("AB", "←\r\n") + b("AB／C", "↑\r\n"), nullptr},
         {"delete with all below", tree, "例／A", remove_title, "", b("B", "↑\r\n"), "1: 例／B<2>"},
-        {"delete the last block", tree, "例／B", remove_title, "",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P"), "1: 例／A<3>"},
+        {"delete the last block", tree, "例／B", remove_title, "", b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P"), "1: 例／A<3>"},
         {"delete the only block", block("A"), "例／A", remove_title, "", "", ""},
-        {"delete keeps a sibling that begins alike", siblings, "例／A", remove_title, "",
-         b("AB", "←\r\n") + b("AB／C", "↑\r\n"), "1: 例／AB<3>"},
-        {"delete keeps what stands between", block("A") + block("B", "→\n") + block("A／X"),
-         "例／A", remove_title, "", b("B", "→\r\n"), "1: 例／B<2>"},
-        {"symbols", tree, "例／A", symbols, "☆★\r\n",
-         b("A", "☆★\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "↑\r\n"),
+        {"delete keeps a sibling that begins alike", siblings, "例／A", remove_title, "", b("AB", "←\r\n") + b("AB／C", "↑\r\n"),
+         "1: 例／AB<3>"},
+        {"delete keeps what stands between", block("A") + block("B", "→\n") + block("A／X"), "例／A", remove_title, "", b("B", "→\r\n"),
+         "1: 例／B<2>"},
+        {"symbols", tree, "例／A", symbols, "☆★\r\n", b("A", "☆★\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "↑\r\n"),
          "1: 例／A／X<3> 1: ☆<4> 2: ★<4>"},
         {"symbols without a last line end", tree, "例／B", symbols, "☆\r\n\r\n★",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "☆\r\n\r\n★"),
-         "1: ☆<4> 2: ★<4>"},
-        {"no symbols", tree, "例／B", symbols, "",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B"), ""},
+         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "☆\r\n\r\n★"), "1: ☆<4> 2: ★<4>"},
+        {"no symbols", tree, "例／B", symbols, "", b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B"), ""},
         {"symbols of two single bytes", tree, "例／B", symbols, "ab--cd\r\n",
-         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "ab--cd\r\n"),
-         "1: ab<4> 2: --<4> 3: cd<4>"},
+         b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P") + b("B", "ab--cd\r\n"), "1: ab<4> 2: --<4> 3: cd<4>"},
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
@@ -141,17 +129,14 @@ TEST(edits, refuse_what_they_cannot_keep) {
         {"title of 257 bytes", block("A"), "例", add, a257, input_error},
         {"path of 514 bytes", long_file, "例／" + a255, add, std::string(253, 'c'), ""},
         {"path of 515 bytes", long_file, "例／" + a255, add, std::string(254, 'c'), input_error},
-        {"path below grows to 515", long_file, "例／" + a255, change,
-         std::string(255, 'd') + "eeeeeeeeeeeeeee", input_error},
+        {"path below grows to 515", long_file, "例／" + a255, change, std::string(255, 'd') + "eeeeeeeeeeeeeee", input_error},
         {"file title carries a path to 514", long_file, "例", change, std::string(15, 'f'), ""},
-        {"file title carries a path past it", long_file, "例", change, std::string(16, 'f'),
-         input_error},
+        {"file title carries a path past it", long_file, "例", change, std::string(16, 'f'), input_error},
         {"file title of 256 bytes", "", "例", change, a256, input_error},
         {"separator", block("A"), "例", add, to_sjis("B／C"), input_error},
         {"opening bracket", block("A"), "例／A", change, to_sjis("B［"), input_error},
         {"closing bracket", block("A"), "例", change, to_sjis("］"), input_error},
-        {"second bytes that look like a separator", block("A"), "例", add, to_sjis("メ^メmメn"),
-         ""},
+        {"second bytes that look like a separator", block("A"), "例", add, to_sjis("メ^メmメn"), ""},
         {"control character", block("A"), "例", add, "B\t", input_error},
         {"delete character", block("A"), "例", add, "B\x7F", input_error},
         {"lead byte at the end", block("A"), "例", add, "B\x81", input_error},
@@ -174,12 +159,10 @@ TEST(edits, refuse_what_they_cannot_keep) {
         {"CR alone", block("A"), "例／A", symbols, to_sjis("☆\ra★"), input_error},
         {"symbol that EUC-JP cannot hold", block("A"), "例／A", symbols, "\xF0\x40", input_error},
         {"vendor symbol of row 13", block("A"), "例／A", symbols, "\x87\x40", ""},
-        {"hyphens that read as an end line", block("A"), "例／A", symbols, h40 + "\r\n",
-         input_error},
+        {"hyphens that read as an end line", block("A"), "例／A", symbols, h40 + "\r\n", input_error},
         {"38 hyphens on a line", block("A"), "例／A", symbols, h38 + "\r\n", ""},
         {"40 hyphens from an odd place on", block("A"), "例／A", symbols, "a" + h40 + "a\r\n", ""},
-        {"41 hyphens from an odd place on", block("A"), "例／A", symbols, "a" + h40 + "-\r\n",
-         input_error},
+        {"41 hyphens from an odd place on", block("A"), "例／A", symbols, "a" + h40 + "-\r\n", input_error},
         {"hyphens that the end line would join", block("A"), "例／A", symbols, "ab--", input_error},
         {"one hyphen before the end line", block("A"), "例／A", symbols, "a-", ""},
         {"32766 bytes", block("A"), "例／A", symbols, lines, ""},
@@ -254,9 +237,8 @@ TEST(edits, answer_a_list_that_shows_nothing_of_the_file) {
 // Whatever else a file holds, an edit of one block changes no byte of another, and none of
 // what stands between them.
 TEST(edits, keep_every_other_byte_of_an_odd_file) {
-    const std::string odd = "intro\r\n［A］ note\r\n" + hyphens + "-\r\n→\r\n--\r\n" + hyphens +
-                            "--\r\n\r\n remark\r\n" + "［x］［B］\r\nbefore\r\n" + line +
-                            "a\r\nb←\r\n" + line + "blank\r\n\r\n［C］\r\n" + line + "↑";
+    const std::string odd = "intro\r\n［A］ note\r\n" + hyphens + "-\r\n→\r\n--\r\n" + hyphens + "--\r\n\r\n remark\r\n" +
+                            "［x］［B］\r\nbefore\r\n" + line + "a\r\nb←\r\n" + line + "blank\r\n\r\n［C］\r\n" + line + "↑";
     const std::string closing = line;
     const auto disk = [](std::string text) {
         for (std::size_t at; (at = text.find("\r\n")) != std::string::npos;) text.erase(at, 1);
@@ -277,13 +259,10 @@ TEST(edits, keep_every_other_byte_of_an_odd_file) {
         {"symbols of A", "例／A", symbols, "☆", replaced(whole, "→\r\n--\r\n", "☆")},
         {"symbols of B", "例／B", symbols, "☆", replaced(whole, "a\r\nb←\r\n", "☆")},
         {"symbols of C", "例／C", symbols, "☆", replaced(whole, "↑", "☆")},
-        {"add below A", "例／A", add, "P",
-         replaced(whole, "\r\n\r\n remark", "\r\n" + b("A／P") + "\r\n remark")},
+        {"add below A", "例／A", add, "P", replaced(whole, "\r\n\r\n remark", "\r\n" + b("A／P") + "\r\n remark")},
         {"add at the top", "例", add, "P", whole + b("P")},
-        {"delete B", "例／B", remove_title, "",
-         replaced(whole, "［x］［B］\r\nbefore\r\n" + line + "a\r\nb←\r\n" + line, "")},
-        {"delete C", "例／C", remove_title, "",
-         replaced(whole, "［C］\r\n" + line + "↑" + line, "")},
+        {"delete B", "例／B", remove_title, "", replaced(whole, "［x］［B］\r\nbefore\r\n" + line + "a\r\nb←\r\n" + line, "")},
+        {"delete C", "例／C", remove_title, "", replaced(whole, "［C］\r\n" + line + "↑" + line, "")},
         {"file title", "例", change, "題名", replaced(whole, "名称=例", "名称=題名")},
     };
     for (const auto &c : cases) {
@@ -295,8 +274,7 @@ TEST(edits, keep_every_other_byte_of_an_odd_file) {
         EXPECT_EQ(e.text(), c.expected);
         EXPECT_EQ(e.save("別"), 1) << e.host.message();
         EXPECT_EQ(read_file(e.ws.common / "@0000000.kig"),
-                  to_euc(disk(replaced(c.expected, c.command == change ? "名称=題名" : "名称=例",
-                                       "名称=別"))));
+                  to_euc(disk(replaced(c.expected, c.command == change ? "名称=題名" : "名称=例", "名称=別"))));
     }
 }
 

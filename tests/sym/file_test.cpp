@@ -18,8 +18,7 @@ const char *const opening_failed = "ファイルのオープンに失敗しま�
 
 std::vector<std::string> names_in(const fs::path &directory) {
     std::vector<std::string> names;
-    for (const auto &entry : fs::directory_iterator(directory))
-        names.push_back(entry.path().filename());
+    for (const auto &entry : fs::directory_iterator(directory)) names.push_back(entry.path().filename());
     std::sort(names.begin(), names.end());
     return names;
 }
@@ -53,12 +52,8 @@ TEST(new_file, lies_in_the_temp_file_until_it_is_saved) {
 }
 
 TEST(new_file, takes_the_titles_that_a_file_can_bear) {
-    const std::pair<std::string, bool> cases[] = {{"", true},
-                                                  {std::string(255, 'a'), true},
-                                                  {std::string(256, 'a'), false},
-                                                  {"A／B", false},
-                                                  {"［", false},
-                                                  {"A\n", false}};
+    const std::pair<std::string, bool> cases[] = {
+        {"", true}, {std::string(255, 'a'), true}, {std::string(256, 'a'), false}, {"A／B", false}, {"［", false}, {"A\n", false}};
     for (const auto &[title, taken] : cases) {
         Editing e(worked_example());
         EXPECT_EQ(e.edit(new_file, title), taken ? 1 : 0) << title;
@@ -81,8 +76,7 @@ TEST(save, writes_over_the_file_of_that_title_and_keeps_the_open_one_s_own) {
     EXPECT_EQ(e.edit(ACC_VKEY_DATA_REGISTER, "☆"), 1);
     EXPECT_EQ(e.save("例"), 1);
     const std::string saved = read_file(e.ws.common / "a.kig");
-    EXPECT_EQ(saved, symbol_file("例", block("矢印", "☆") + block("数学", "＋×÷\n±\n") +
-                                           block("数学／比較")));
+    EXPECT_EQ(saved, symbol_file("例", block("矢印", "☆") + block("数学", "＋×÷\n±\n") + block("数学／比較")));
     EXPECT_EQ(e.save("他"), 1);
     EXPECT_EQ(read_file(e.ws.common / "other.kig"), saved);
     EXPECT_EQ(names_in(e.ws.common), (Names{"a.kig", "other.kig"}));
@@ -98,10 +92,7 @@ TEST(save, gives_a_new_title_a_free_name) {
         {"after a run", {"@0000000.kig", "@0000001.kig", "@0000002.kig"}, {}, "@0000003.kig"},
         {"in a gap", {"@0000000.kig", "@0000001.kig", "@0000003.kig"}, {}, "@0000002.kig"},
         {"before all", {"@0000001.kig", "@0000002.kig"}, {}, "@0000000.kig"},
-        {"names that are taken though not listed",
-         {"@0000000.kig"},
-         {"@0000001.kig", "@0000002.kig"},
-         "@0000003.kig"},
+        {"names that are taken though not listed", {"@0000000.kig"}, {"@0000001.kig", "@0000002.kig"}, "@0000003.kig"},
     };
     for (const auto &c : cases) {
         Editing e(worked_example());
@@ -114,8 +105,7 @@ TEST(save, gives_a_new_title_a_free_name) {
         EXPECT_EQ(read_file(e.ws.common / c.expected), expected) << c.name;
         EXPECT_EQ(e.host.run(ACC_VKEY_FILE_TITLES), 1);
         EXPECT_NE(e.host.displayed().find("新|"), std::string::npos) << c.name;
-        for (const std::string &name : c.unlisted)
-            EXPECT_EQ(read_file(e.ws.common / name), "no symbol file");
+        for (const std::string &name : c.unlisted) EXPECT_EQ(read_file(e.ws.common / name), "no symbol file");
     }
 }
 
@@ -190,8 +180,7 @@ TEST(save, leaves_a_file_alone_whose_directory_or_self_cannot_be_written) {
 
 TEST(save, cuts_no_text_at_the_size_of_a_piece) {
     for (const std::size_t size : {1023u, 1024u, 1025u, 2048u, 65536u, 65537u}) {
-        const std::string start =
-            symbol_file("例", block("A")).substr(0, symbol_file("例", block("A")).size() - 41);
+        const std::string start = symbol_file("例", block("A")).substr(0, symbol_file("例", block("A")).size() - 41);
         std::string file = start;
         while (file.size() + 42 <= size) file += "\n";
         file += hyphens + "\n";
@@ -258,9 +247,7 @@ TEST(save, of_programs_side_by_side_loses_no_file) {
     const std::string titles = host.displayed();
     for (int program = 0; program < programs; ++program) {
         for (int i = 0; i < saves; ++i) {
-            EXPECT_NE(
-                titles.find("file " + std::to_string(program) + "-" + std::to_string(i) + "|"),
-                std::string::npos);
+            EXPECT_NE(titles.find("file " + std::to_string(program) + "-" + std::to_string(i) + "|"), std::string::npos);
         }
     }
 }
@@ -282,8 +269,7 @@ TEST(save, of_a_process_that_is_killed_leaves_the_old_file_or_the_new_one) {
             return e.save("例") == 1 ? 0 : 1;
         });
         const std::string file = read_file(e.ws.common / "a.kig");
-        const std::string changed = symbol_file(
-            "例", block("矢印", "☆") + block("数学", "＋×÷\n±\n") + block("数学／比較"));
+        const std::string changed = symbol_file("例", block("矢印", "☆") + block("数学", "＋×÷\n±\n") + block("数学／比較"));
         ASSERT_TRUE(file == worked_example() || file == changed) << nth;
         (file == changed ? news : olds) += 1;
         e.host.close();

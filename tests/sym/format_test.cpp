@@ -75,8 +75,8 @@ std::string walked(const std::string &text) {
     Block b;
     std::string result;
     while (walk.next(b)) {
-        result += std::to_string(b.level) + ' ' + slice(text, b.path) + ' ' + slice(text, b.title) +
-                  ' ' + std::to_string(b.data_units) + '/' + std::to_string(b.symbols) + "\n";
+        result += std::to_string(b.level) + ' ' + slice(text, b.path) + ' ' + slice(text, b.title) + ' ' + std::to_string(b.data_units) +
+                  '/' + std::to_string(b.symbols) + "\n";
         EXPECT_LE(b.end, text.size());
         EXPECT_LE(b.data + 2 * b.data_units, text.size());
     }
@@ -92,35 +92,26 @@ TEST(block_walk, recognises_what_a_file_may_hold) {
     } cases[] = {
         {"no blocks", "", ""},
         {"one", "［A］\r\n" + line + "→←\r\n" + line, "2 A A 3/2\n"},
-        {"empty, then a child", "［A］\r\n" + line + line + "［A／B］\r\n" + line + line,
-         "2 A A 0/0\n3 A／B B 0/0\n"},
+        {"empty, then a child", "［A］\r\n" + line + line + "［A／B］\r\n" + line + line, "2 A A 0/0\n3 A／B B 0/0\n"},
         {"only line ends", "［A］\r\n" + line + "\r\n\r\n" + line, "2 A A 2/0\n"},
         {"last line without its end", "［A］\r\n" + line + "→" + line, "2 A A 1/1\n"},
-        {"lines of 42 hyphens", "［A］\r\n" + longer + "→\r\n" + longer + "［B］\r\n" + line + line,
-         "2 A A 2/1\n2 B B 0/0\n"},
-        {"38 hyphens are 19 symbols", "［A］\r\n" + line + std::string(38, '-') + "\r\n" + line,
-         "2 A A 20/19\n"},
+        {"lines of 42 hyphens", "［A］\r\n" + longer + "→\r\n" + longer + "［B］\r\n" + line + line, "2 A A 2/1\n2 B B 0/0\n"},
+        {"38 hyphens are 19 symbols", "［A］\r\n" + line + std::string(38, '-') + "\r\n" + line, "2 A A 20/19\n"},
         {"remarks before the start line", "［A］\r\nremark\r\n" + line + "→" + line, "2 A A 1/1\n"},
-        {"blank lines and remarks between",
-         "［A］\r\n" + line + line + "\r\nremark\r\n［B］\r\n" + line + line + "\r\n",
+        {"blank lines and remarks between", "［A］\r\n" + line + line + "\r\nremark\r\n［B］\r\n" + line + line + "\r\n",
          "2 A A 0/0\n2 B B 0/0\n"},
-        {"bytes before the bracket", "xx［A］\r\n" + line + line + "  ［B］\r\n" + line + line,
-         "2 A A 0/0\n2 B B 0/0\n"},
-        {"two brackets: the last names it, the levels add up", "［x／y］［A］\r\n" + line + line,
-         "3 A A 0/0\n"},
+        {"bytes before the bracket", "xx［A］\r\n" + line + line + "  ［B］\r\n" + line + line, "2 A A 0/0\n2 B B 0/0\n"},
+        {"two brackets: the last names it, the levels add up", "［x／y］［A］\r\n" + line + line, "3 A A 0/0\n"},
         {"title line that the text ends in", "［A］\r\n" + line + line + "［B］", "2 A A 0/0\n"},
         {"data to the end of the text", "［A］\r\n" + line + "→←", "2 A A 2/2\n"},
-        {"second bytes are no separator and no bracket", "［ソ／メ^／ァ］\r\n" + line + line,
-         "4 ソ／メ^／ァ ァ 0/0\n"},
-        {"second bytes before a bracket's", "メnA\r\n［メmB］\r\n" + line + line,
-         "2 メmB メmB 0/0\n"},
+        {"second bytes are no separator and no bracket", "［ソ／メ^／ァ］\r\n" + line + line, "4 ソ／メ^／ァ ァ 0/0\n"},
+        {"second bytes before a bracket's", "メnA\r\n［メmB］\r\n" + line + line, "2 メmB メmB 0/0\n"},
     };
     for (const auto &c : cases) {
         // 0x81 as a second byte: メ is 83 81, so メ^ メm メn hold 81 5E, 81 6D, 81 6E.
         EXPECT_EQ(walked(to_sjis("〈記号〉\r\n名称=例\r\n" + c.blocks)), c.expected) << c.name;
     }
-    EXPECT_EQ(walked(to_sjis("〈記号〉\r\n名称=［例］\r\n［A］\r\n" + line + line)), "2 A A 0/0\n")
-        << "a file title that holds a bracket";
+    EXPECT_EQ(walked(to_sjis("〈記号〉\r\n名称=［例］\r\n［A］\r\n" + line + line)), "2 A A 0/0\n") << "a file title that holds a bracket";
 }
 
 // What a text lacks must make it complete: a block added behind the last one stands by

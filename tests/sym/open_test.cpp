@@ -30,8 +30,7 @@ void expect_nothing_open(const Workspace &ws, Host &host) {
 
 std::string described(const TempInfo &r) {
     std::string result;
-    for (unsigned value : {r.ulTitlePos, r.ulDataPos, r.ulDataLen, r.ulSymbolNum,
-                           std::uint32_t{r.usBlockNo}, std::uint32_t{r.usLevel}}) {
+    for (unsigned value : {r.ulTitlePos, r.ulDataPos, r.ulDataLen, r.ulSymbolNum, std::uint32_t{r.usBlockNo}, std::uint32_t{r.usLevel}}) {
         result += std::to_string(value) + ' ';
     }
     return result + to_utf8(text(r.ucTitle)) + ' ' + to_utf8(text(r.ucPath));
@@ -52,15 +51,13 @@ TEST(open, develops_the_worked_example_into_the_temp_file) {
     EXPECT_EQ(temp.header.usCount, 4);
     EXPECT_EQ(temp.header.reserved, 0);
     EXPECT_EQ(temp.header.ulTextPos, 3176u);
-    const char *const expected[] = {"15 0 0 0 1 1 例 例", "19 71 5 4 2 2 矢印 例／矢印",
-                                    "123 175 6 4 3 2 数学 例／数学",
+    const char *const expected[] = {"15 0 0 0 1 1 例 例", "19 71 5 4 2 2 矢印 例／矢印", "123 175 6 4 3 2 数学 例／数学",
                                     "229 287 0 0 4 3 比較 例／数学／比較"};
     for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(described(temp.records[i]), expected[i]);
     EXPECT_EQ(temp.text.size(), 329u);
     const std::string line = hyphens + "\r\n";
-    EXPECT_EQ(to_utf8(temp.text), "〈記号〉\r\n名称=例\r\n［矢印］\r\n" + line + "→←↑↓\r\n" + line +
-                                      "［数学］\r\n" + line + "＋×÷\r\n±\r\n" + line +
-                                      "［数学／比較］\r\n" + line + line);
+    EXPECT_EQ(to_utf8(temp.text), "〈記号〉\r\n名称=例\r\n［矢印］\r\n" + line + "→←↑↓\r\n" + line + "［数学］\r\n" + line +
+                                      "＋×÷\r\n±\r\n" + line + "［数学／比較］\r\n" + line + line);
 
     struct stat status;
     ASSERT_EQ(stat(text(g_tAccFile[1].ucFullName).c_str(), &status), 0);
@@ -88,8 +85,7 @@ TEST(open, takes_a_file_of_the_head_lines_alone) {
         EXPECT_EQ(host.list(1).cchLBItemNum, 0);
         EXPECT_EQ(to_utf8(text(host.list(1).lpchLBLevel)), title);
         EXPECT_EQ(read_temp().header.ulTextPos, 800u);
-        EXPECT_EQ(described(read_temp().records[0]),
-                  std::string("15 0 0 0 1 1 ") + title + ' ' + title);
+        EXPECT_EQ(described(read_temp().records[0]), std::string("15 0 0 0 1 1 ") + title + ' ' + title);
         host.run(ACC_VKEY_TREE_TITLES);
         EXPECT_EQ(host.displayed(), std::string(title) + '|');
     }
@@ -120,8 +116,7 @@ TEST(open, refuses_what_is_no_symbol_file_or_does_not_fit) {
         {"title of 256 bytes", symbol_file("t", block(a256)), 1, ""},
         {"title of 257 bytes", symbol_file("t", block(a257)), 0, not_symbols},
         {"path of 514 bytes", symbol_file("t", block(a255 + "／" + std::string(254, 'b'))), 1, ""},
-        {"path of 515 bytes", symbol_file("t", block(a255 + "／" + std::string(255, 'b'))), 0,
-         not_symbols},
+        {"path of 515 bytes", symbol_file("t", block(a255 + "／" + std::string(255, 'b'))), 0, not_symbols},
         {"32767 records", symbol_file("t", repeated(block("あ"), 32766)), 1, list_memory},
         {"32768 records", symbol_file("t", repeated(block("あ"), 32767)), 0, not_symbols},
         {"CR LF on disk", to_euc("〈記号〉\n名称=t\r\n［あ］\r\n"), 1, ""},
@@ -164,17 +159,12 @@ TEST(open, answers_every_refusal_of_its_inputs) {
         {"no such title", [](Host &h) { h.string(1, "none"); }, 0, no_file},
         {"user directory empty", [](Host &h) { h.string(2, ""); }, 2, "引数エラー"},
         {"program directory empty", [](Host &h) { h.string(3, ""); }, 0, no_file},
-        {"directory of 1022 bytes", [&](Host &h) { h.string(4, long_directory.substr(0, 1022)); },
-         1, ""},
-        {"directory of 1023 bytes", [&](Host &h) { h.string(4, long_directory.substr(0, 1023)); },
-         2, "引数エラー"},
+        {"directory of 1022 bytes", [&](Host &h) { h.string(4, long_directory.substr(0, 1022)); }, 1, ""},
+        {"directory of 1023 bytes", [&](Host &h) { h.string(4, long_directory.substr(0, 1023)); }, 2, "引数エラー"},
         {"title null", [](Host &h) { h.null_string(1); }, 4, "メモリが割り当てられていません。"},
-        {"user directory null", [](Host &h) { h.null_string(2); }, 4,
-         "メモリが割り当てられていません。"},
-        {"program directory null", [](Host &h) { h.null_string(3); }, 4,
-         "メモリが割り当てられていません。"},
-        {"common directory null", [](Host &h) { h.null_string(4); }, 4,
-         "メモリが割り当てられていません。"},
+        {"user directory null", [](Host &h) { h.null_string(2); }, 4, "メモリが割り当てられていません。"},
+        {"program directory null", [](Host &h) { h.null_string(3); }, 4, "メモリが割り当てられていません。"},
+        {"common directory null", [](Host &h) { h.null_string(4); }, 4, "メモリが割り当てられていません。"},
     };
     for (const auto &c : cases) {
         Host host(ws);
@@ -206,14 +196,12 @@ TEST(open, wants_any_file_but_default_kig_writable) {
         ws.put(name, symbol_file(name));
         fs::permissions(ws.program / name, fs::perms::owner_read | fs::perms::others_read);
     }
-    for (const fs::path &path : {ws.root, ws.program, ws.temp})
-        fs::permissions(path, fs::perms::all);
+    for (const fs::path &path : {ws.root, ws.program, ws.temp}) fs::permissions(path, fs::perms::all);
     const pid_t child = fork();
     if (child == 0) {
         if (getuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0)) _exit(9);
         Host host(ws);
-        const bool right = host.open("default.kig") == 1 && host.close() == 1 &&
-                           host.open("other.kig") == 0 && host.message() == no_file;
+        const bool right = host.open("default.kig") == 1 && host.close() == 1 && host.open("other.kig") == 0 && host.message() == no_file;
         _exit(right ? 0 : 1);
     }
     int status = 0;
@@ -261,9 +249,7 @@ TEST(open, reads_a_file_cut_at_any_byte_or_refuses_it) {
             EXPECT_EQ(host.message(), no_file) << cut; // such a file has no such title
         } else {
             for (const TempInfo &record : read_temp().records) {
-                EXPECT_EQ(host.position(to_utf8(text(record.ucPath))),
-                          read_temp().records.size() > 1 ? 1 : 0)
-                    << cut;
+                EXPECT_EQ(host.position(to_utf8(text(record.ucPath))), read_temp().records.size() > 1 ? 1 : 0) << cut;
             }
             EXPECT_EQ(host.close(), 1);
         }
@@ -283,8 +269,7 @@ TEST(open, survives_the_failure_of_every_call) {
         if (result == 1) {
             // What may fail without harm: only listing a directory that holds nothing.
             EXPECT_TRUE(!fault.fired() || host.message() == "ファイルの読み込みに失敗しました。" ||
-                        fault.operation() == acc::Operation::directory ||
-                        fault.operation() == acc::Operation::flush)
+                        fault.operation() == acc::Operation::directory || fault.operation() == acc::Operation::flush)
                 << static_cast<int>(fault.operation());
             EXPECT_EQ(host.close(), 1);
         } else {

@@ -13,8 +13,7 @@ namespace {
 
 /** A host with one open file; geometry is set back to the defaults first. */
 struct Open {
-    explicit Open(const std::string &disk_bytes, const std::string &title = "例")
-        : host((ws.put("a.kig", disk_bytes), ws)) {
+    explicit Open(const std::string &disk_bytes, const std::string &title = "例") : host((ws.put("a.kig", disk_bytes), ws)) {
         host.record.wCurrentList = 1;
         host.geometry(9, 4);
         EXPECT_EQ(host.open(title), 1) << host.message();
@@ -43,8 +42,7 @@ TEST(lists, show_child_titles_then_symbols) {
 TEST(lists, keep_what_they_held_when_a_position_is_not_found) {
     Open f(worked_example());
     f.host.record.wCurrentList = 2;
-    for (const std::string &path : {std::string("例／無"), std::string("例／数"),
-                                    std::string(515, 'a'), std::string(2000, 'a')}) {
+    for (const std::string &path : {std::string("例／無"), std::string("例／数"), std::string(515, 'a'), std::string(2000, 'a')}) {
         f.host.position("例／数学");
         f.host.record.wCurrentList = 2;
         EXPECT_EQ(f.host.position(path), -1) << path;
@@ -88,8 +86,7 @@ std::string children_by_definition(acc::Records records, std::size_t node) {
     const auto children = [&](std::size_t of, const auto &each) {
         const unsigned char *path = records[of].ucPath;
         for (const TempInfo &r : records) {
-            if (r.usLevel == records[of].usLevel + 1 &&
-                CM_strncmp(r.ucPath, path, static_cast<short>(CM_strlen(path))) == 0) {
+            if (r.usLevel == records[of].usLevel + 1 && CM_strncmp(r.ucPath, path, static_cast<short>(CM_strlen(path))) == 0) {
                 each(r);
             }
         }
@@ -99,8 +96,7 @@ std::string children_by_definition(acc::Records records, std::size_t node) {
         const int first = acc::SymGetIndex2(records, child.ucPath);
         int flag = 2;
         children(static_cast<std::size_t>(first), [&](const TempInfo &) { flag = 3; });
-        result += (result.empty() ? "" : " ") + to_utf8(text(child.ucPath)) + '<' +
-                  std::to_string(flag) + '>';
+        result += (result.empty() ? "" : " ") + to_utf8(text(child.ucPath)) + '<' + std::to_string(flag) + '>';
     });
     return result;
 }
@@ -113,8 +109,7 @@ TEST(lists, agree_with_the_definition_of_a_child_in_odd_trees_too) {
         const auto count = 1 + random() % 25;
         for (auto i = 0u; i < count; ++i) {
             std::string path = names[random() % 5];
-            for (auto depth = random() % 4; depth > 0; --depth)
-                path += std::string("／") + names[random() % 5];
+            for (auto depth = random() % 4; depth > 0; --depth) path += std::string("／") + names[random() % 5];
             // Two brackets on a line: a level that the path does not show.
             const bool odd = random() % 4 == 0;
             blocks += (odd ? "［x／y］" : "") + block(path);
@@ -127,8 +122,7 @@ TEST(lists, agree_with_the_definition_of_a_child_in_odd_trees_too) {
             const int first = acc::SymGetIndex2(records, records[i].ucPath);
             f.host.position(to_utf8(text(records[i].ucPath)));
             const std::string path = to_utf8(text(records[i].ucPath));
-            EXPECT_EQ(f.host.shown(f.host.record.wCurrentList),
-                      children_by_definition(records, static_cast<std::size_t>(first)))
+            EXPECT_EQ(f.host.shown(f.host.record.wCurrentList), children_by_definition(records, static_cast<std::size_t>(first)))
                 << path << " round " << round;
         }
     }
@@ -168,8 +162,7 @@ TEST(refresh, fails_with_message_7_and_leaves_the_rest) {
     EXPECT_EQ(f.host.position("例／数学"), 1);
     // A path that the host has broken, and one without an end.
     for (const std::string &path : {std::string("none"), std::string(600, 'x')}) {
-        std::copy_n(path.c_str(), std::min(path.size() + 1, std::size_t{ACC_SIZE_LB_LEVEL}),
-                    f.host.list(2).lpchLBLevel);
+        std::copy_n(path.c_str(), std::min(path.size() + 1, std::size_t{ACC_SIZE_LB_LEVEL}), f.host.list(2).lpchLBLevel);
         EXPECT_EQ(f.host.geometry(9, 4), 0);
         EXPECT_EQ(f.host.message(), "ファイルの読み込みに失敗しました。");
     }
