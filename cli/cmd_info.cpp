@@ -1,6 +1,5 @@
 // cmd_info.cpp - kigou info: the codes of symbols, and where they stand in the sets.
 #include <algorithm>
-#include <charconv>
 #include <iostream>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -11,8 +10,8 @@
 #include "cli/host.h"
 #include "cli/output.h"
 #include "cli/symbol_codes.h"
+#include "cli/symbol_input.h"
 #include "cli/title_path.h"
-#include "common/acccom.h"
 
 namespace kigou {
 namespace {
@@ -29,79 +28,6 @@ struct Asked {
     Sjis symbol;
     std::vector<std::string> paths; /**< full paths of the titles that hold it */
 };
-
-std::optional<unsigned> number(std::string_view digits, int base) {
-    unsigned value = 0;
-    const char *const end = digits.data() + digits.size();
-    const auto [rest, error] = std::from_chars(digits.data(), end, value, base);
-    if (digits.empty() || error != std::errc{} || rest != end) return std::nullopt;
-    return value;
-}
-
-/** "1-33": row and cell. */
-std::optional<Sjis> from_kuten(std::string_view text) {
-    const auto dash = text.find('-');
-    if (dash == std::string_view::npos) return std::nullopt;
-    const auto row = number(text.substr(0, dash), 10);
-    const auto cell = number(text.substr(dash + 1), 10);
-    if (!row || !cell) return std::nullopt;
-    if (*row < 1 || *row > 94 || *cell < 1 || *cell > 94) {
-        throw Failure(Status::failed, "kuten " + std::string(text) + " is not from 1-1 to 94-94");
-    }
-    const std::array<unsigned char, 3> euc{static_cast<unsigned char>(*row + 0xA0),
-                                           static_cast<unsigned char>(*cell + 0xA0), 0};
-    const std::unique_ptr<unsigned char, decltype(&CM_free)> sjis(CM_euc2sjis(euc.data()),
-                                                                  &CM_free);
-    if (!sjis) throw std::bad_alloc();
-    return Sjis{sjis.get()[0], sjis.get()[1]};
-}
-
-/** "0x8160": a Shift_JIS code. */
-std::optional<Sjis> from_code(std::string_view text) {
-    if (text.size() != 6 || !(text.starts_with("0x") || text.starts_with("0X"))) {
-        return std::nullopt;
-    }
-    const auto code = number(text.substr(2), 16);
-    if (!code) return std::nullopt;
-    return Sjis{static_cast<unsigned char>(*code >> 8), static_cast<unsigned char>(*code & 0xFF)};
-}
-
-/** "U+301C": the UTF-8 of a character; other text as it is. */
-std::string from_unicode(const std::string &text) {
-    if (!text.starts_with("U+") && !text.starts_with("u+")) return text;
-    const auto code = number(std::string_view(text).substr(2), 16);
-    if (!code || *code > 0x10FFFF) return text;
-    return to_utf8(static_cast<char32_t>(*code));
-}
-
-/** The symbols that an argument names: each of its characters, or the one of its code. */
-std::vector<Sjis> symbols_of(const std::string &argument) {
-    if (auto symbol = from_kuten(argument)) return {*symbol};
-    if (auto symbol = from_code(argument)) return {*symbol};
-    if (argument.empty()) throw Failure(Status::failed, "an empty argument names no symbol");
-    std::vector<Sjis> symbols;
-    for (const char32_t character : to_characters(from_unicode(argument))) {
-        const std::string utf8 = to_utf8(character);
-        Sjis symbol;
-        try {
-            symbol = to_sjis(utf8);
-        } catch (const Failure &) {
-            to_sjis(argument); // names the place in the argument as typed
-            throw;
-        }
-        if (symbol.size() != 2) {
-            std::vector<std::string> hints;
-            if (character > 0x20 && character < 0x7F) {
-                hints.push_back("the full-width character is " + to_utf8(character + 0xFEE0));
-            }
-            throw Failure(Status::failed,
-                          "'" + utf8 + "' is a single-byte character; symbols have two bytes",
-                          hints);
-        }
-        symbols.push_back(std::move(symbol));
-    }
-    return symbols;
-}
 
 void search_title(Host &host, const Title &title, std::vector<Asked> &asked) {
     const std::vector<Sjis> symbols = host.contents(title).symbols;

@@ -30,15 +30,6 @@ struct Row {
     std::string branches; /**< what is drawn before the name */
 };
 
-std::size_t level_below(std::string_view path, std::string_view file) {
-    std::size_t level = 1;
-    for (auto at = path.find(separator, file.size()); at != std::string_view::npos;
-         at = path.find(separator, at + separator.size())) {
-        ++level;
-    }
-    return level;
-}
-
 /** Draws from the last row up, so that each row knows whether a sibling follows. */
 void draw_branches(std::vector<Row> &rows) {
     std::vector<bool> sibling_follows;
@@ -74,7 +65,7 @@ Status run(const Context &context, const Options &options) {
     for (const Title &title : tree.items) {
         Row row;
         row.path = title.text;
-        row.level = level_below(title.text, file);
+        row.level = level_of(title.text, file);
         row.name = row.level == 1 ? title.text : last_title(title.text);
         if (counted && row.level > 1) row.symbols = symbols_in(host, title);
         rows.push_back(std::move(row));

@@ -31,6 +31,17 @@ extern const Command files_command;
 extern const Command tree_command;
 extern const Command list_command;
 extern const Command info_command;
+extern const Command new_command;
+extern const Command add_command;
+extern const Command rename_command;
+extern const Command rm_command;
+extern const Command put_command;
+extern const Command copy_command;
+extern const Command delete_command;
+extern const Command export_command;
+extern const Command import_command;
+extern const Command check_command;
+extern const Command recover_command;
 
 } // namespace kigou
 

@@ -11,9 +11,11 @@ namespace kigou {
 
 /** Exit statuses of the program. */
 enum class Status {
-    found = 0,         /**< there is a result */
+    found = 0,         /**< there is a result, or the work is done */
     nothing_found = 1, /**< what was asked for does not exist */
-    failed = 2         /**< misuse, or the work could not be done */
+    findings = 1,      /**< a file that was checked is not as it should be */
+    failed = 2,        /**< misuse, or the work could not be done */
+    incomplete = 3     /**< done, but something was left out */
 };
 
 /** Ends a command. The text is one line without "kigou: "; hints are lines that say what to do. */

@@ -85,6 +85,43 @@ class Host {
      */
     Contents contents(const Title &path);
 
+    /**
+     * Makes a new, empty file the open one; it is not on disk until it is saved.
+     * @throws LibraryFailure when a file bears the title
+     */
+    void create(const Title &file);
+
+    // Edits of the open file. Each is in the working file at once and on disk after a
+    // save; one that fails changes nothing. All throw LibraryFailure.
+
+    /** Adds an empty title below a title or below the file. */
+    void add_title(const Title &parent, const Title &title);
+
+    /** Renames a title or, when the path is the file's title, the file. */
+    void rename_title(const Title &path, const Title &title);
+
+    /** Deletes a title with all that lies below it. */
+    void delete_title(const Title &path);
+
+    /** Replaces the symbols of a title. @param data  lines of symbols, CR LF behind each */
+    void set_data(const Title &path, const Sjis &data);
+
+    /** Appends the titles of an old-format file. @param name  of a file in the current directory */
+    void convert(const std::string &name);
+
+    /**
+     * Saves the open file. A title that no file bears makes a new file in the common
+     * directory and becomes the open file's; otherwise that file is replaced, and what it
+     * calls itself afterwards is the open file's title.
+     */
+    void save(const Title &file);
+
+    /** Deletes a symbol file and makes sure that it is gone. @throws Failure */
+    void delete_file(const Title &file);
+
+    /** The working file of the open file, as path bytes. */
+    std::string working_file() const;
+
   private:
     struct ListBuffers {
         std::vector<unsigned char> level, list, attributes, item_info;
@@ -93,6 +130,9 @@ class Host {
     void set_string(std::size_t index, std::span<const unsigned char> bytes);
     int run(unsigned short command);
     int open_titled(std::span<const unsigned char> title);
+    void show(const Title &path);
+    void edit(unsigned short command, const std::string &action);
+    std::size_t files_titled(const Title &file);
     void close();
     std::string message() const;
     bool cut_short() const;

@@ -11,14 +11,21 @@
 namespace kigou {
 namespace {
 
-const std::array commands{&files_command, &tree_command, &list_command, &info_command};
+const std::array commands{&files_command,  &tree_command,  &list_command,   &info_command,
+                          &new_command,    &add_command,   &rename_command, &rm_command,
+                          &put_command,    &copy_command,  &delete_command, &export_command,
+                          &import_command, &check_command, &recover_command};
 
 constexpr const char *footer =
     "Examples:\n"
     "  kigou tree                        the titles of the standard set\n"
     "  kigou list 一般記号/矢印 --codes  its arrows with their codes\n"
     "  kigou info ※                      where a symbol stands\n"
-    "Exit status: 0 found, 1 nothing found, 2 misuse or failure.";
+    "  kigou new 私の記号                a symbol file of your own\n"
+    "  kigou add 私の記号 矢印           a title in it\n"
+    "  kigou put 私の記号/矢印 →←        symbols in the title\n"
+    "Exit status: 0 found or done, 1 nothing found, 2 misuse or failure,\n"
+    "3 an import left something out.";
 
 struct Invocation {
     Context context;
@@ -54,7 +61,7 @@ void declare_commands(CLI::App &app, Invocation &invocation) {
 
 Status run(int argc, char **argv) {
     Invocation invocation;
-    CLI::App app("Shows the symbol files of the symbol accessory.", "kigou");
+    CLI::App app("Shows and edits the symbol files of the symbol accessory.", "kigou");
     app.set_version_flag("--version", "kigou " KIGOU_VERSION);
     app.footer(footer);
     declare_directories(app, invocation.context.directories);

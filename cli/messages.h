@@ -21,7 +21,13 @@ extern const std::array<LibraryMessage, 20> library_messages;
 std::optional<int> message_number(std::string_view japanese);
 
 /** Messages that decide what a command does. */
-enum { message_no_such_file = 0, message_list_too_long = 9 };
+enum {
+    message_no_such_file = 0,
+    message_not_opened = 1,
+    message_not_read = 7,
+    message_list_too_long = 9,
+    message_input_error = 13
+};
 
 } // namespace kigou
 

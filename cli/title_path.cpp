@@ -118,6 +118,15 @@ bool lies_below(std::string_view path, std::string_view parent) {
            path.substr(parent.size()).starts_with(separator);
 }
 
+std::size_t level_of(std::string_view path, std::string_view file) {
+    std::size_t level = 1;
+    for (auto at = path.find(separator, file.size()); at != std::string_view::npos;
+         at = path.find(separator, at + separator.size())) {
+        ++level;
+    }
+    return level;
+}
+
 std::string last_title(std::string_view path) {
     const auto end = path.rfind(separator);
     return std::string(end == std::string_view::npos ? path : path.substr(end + separator.size()));

@@ -20,6 +20,9 @@ std::string normalized(std::string_view path);
 /** Whether path is something below parent; both normalized or both as the library has them. */
 bool lies_below(std::string_view path, std::string_view parent);
 
+/** Level of a path of a file: 1 for the file itself, 2 for a title of the first level. */
+std::size_t level_of(std::string_view path, std::string_view file);
+
 /** What follows the last separator; the whole path when there is none. */
 std::string last_title(std::string_view path);
 

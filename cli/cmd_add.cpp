@@ -1,0 +1,50 @@
+// cmd_add.cpp - kigou add: a new title below another.
+#include <algorithm>
+#include <memory>
+
+#include "cli/command.h"
+#include "cli/edit.h"
+#include "cli/storable.h"
+
+namespace kigou {
+namespace {
+
+struct Options {
+    std::string path, title;
+    EditOptions edit;
+};
+
+Status run(const Context &context, const Options &options) {
+    const Title title = new_title(options.title);
+    Edit edit(context, options.edit);
+    const Located located = edit.locate(options.path);
+    if (level_of(located.path.text, located.tree.items.front().text) >= most_levels) {
+        throw Failure(Status::failed, "cannot add below " + located.path.text +
+                                          ": it stands on the tenth level, the last");
+    }
+    edit.host().add_title(located.path, title);
+    const std::string path = located.path.text + std::string(separator) + title.text;
+    edit.did("added " + path, {{"change", "add"}, {"path", path}});
+    edit.finish();
+    return Status::found;
+}
+
+Body declare(CLI::App &app) {
+    const auto options = std::make_shared<Options>();
+    app.add_option("PATH", options->path,
+                   "Title to add below; a file title adds at the first level")
+        ->required();
+    app.add_option("TITLE", options->title, "The new title, without what stands above")->required();
+    declare_edit_options(app, options->edit);
+    return [options](const Context &context) { return run(context, *options); };
+}
+
+} // namespace
+
+const Command add_command{"add", "Add a title below another",
+                          "  kigou add 私の記号 矢印\n"
+                          "  kigou add 私の記号/矢印 太い矢印\n"
+                          "  kigou add 一般記号 新記号 --as 私の記号",
+                          declare};
+
+} // namespace kigou

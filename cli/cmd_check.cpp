@@ -1,0 +1,72 @@
+// cmd_check.cpp - kigou check: what is wrong in symbol files.
+#include <iostream>
+#include <memory>
+#include <nlohmann/json.hpp>
+
+#include "cli/command.h"
+#include "cli/edit.h"
+#include "cli/file_check.h"
+#include "cli/output.h"
+#include "cli/working_copy.h"
+
+namespace kigou {
+namespace {
+
+nlohmann::ordered_json to_json(const std::string &path, const CheckedFile &file) {
+    nlohmann::ordered_json json = {{"path", path},
+                                   {"title", file.title},
+                                   {"titles", file.blocks},
+                                   {"symbols", file.symbols},
+                                   {"findings", nlohmann::json::array()}};
+    for (const Finding &finding : file.findings) {
+        json["findings"].push_back(
+            {{"line", finding.line}, {"kind", finding.kind}, {"text", finding.text}});
+    }
+    return json;
+}
+
+void print(const std::string &path, const CheckedFile &file) {
+    for (const Finding &finding : file.findings) {
+        std::cout << path << ':' << finding.line << ": " << printable(finding.text) << '\n';
+    }
+    if (!file.findings.empty()) return;
+    std::cout << path << ": clean (" << printable(file.title) << ", "
+              << counted(file.blocks, "title") << ", " << counted(file.symbols, "symbol") << ")\n";
+}
+
+Status run(const Context &context, const std::vector<std::string> &paths) {
+    Status status = Status::found;
+    nlohmann::ordered_json json = {{"files", nlohmann::json::array()}};
+    for (const std::string &path : paths) {
+        try {
+            const CheckedFile file = check_symbol_file(bytes_of_file(path));
+            if (!file.findings.empty() && status == Status::found) status = Status::findings;
+            if (context.json) {
+                json["files"].push_back(to_json(path, file));
+            } else {
+                print(path, file);
+            }
+        } catch (const Failure &failure) {
+            complain(failure.what()); // the others can be checked all the same
+            status = Status::failed;
+        }
+    }
+    if (context.json) std::cout << json.dump(2) << '\n';
+    return status;
+}
+
+Body declare(CLI::App &app) {
+    const auto paths = std::make_shared<std::vector<std::string>>();
+    app.add_option("FILE", *paths, "Symbol files, by their names on disk")->required();
+    return [paths](const Context &context) { return run(context, *paths); };
+}
+
+} // namespace
+
+const Command check_command{"check", "List what is wrong in symbol files, line by line",
+                            "  kigou check ~/.local/share/kigou/*.kig\n"
+                            "  kigou check --json new.kig\n"
+                            "Exit status: 0 clean, 1 findings, 2 a file cannot be read.",
+                            declare};
+
+} // namespace kigou

@@ -1,0 +1,54 @@
+// cmd_export.cpp - kigou export: a symbol file as UTF-8 text, JSON or a table.
+#include <iostream>
+#include <map>
+#include <memory>
+
+#include "cli/command.h"
+#include "cli/host.h"
+#include "cli/symbol_set.h"
+#include "cli/title_path.h"
+#include "cli/working_copy.h"
+
+namespace kigou {
+namespace {
+
+struct Options {
+    std::string title{standard_title};
+    std::string format;
+};
+
+Status run(const Context &context, const Options &options) {
+    Host host(context.directories);
+    host.open(typed_title(options.title));
+    const WorkingCopy copy = working_copy(host);
+    SymbolSet set{copy.file.sjis, {}};
+    for (const WorkingBlock &block : copy.blocks) {
+        const auto below_file = static_cast<std::ptrdiff_t>(copy.file.sjis.size() + 2);
+        set.blocks.push_back(
+            {Sjis(block.path.sjis.begin() + below_file, block.path.sjis.end()), block.data, {}});
+    }
+    const std::string format =
+        options.format.empty() ? (context.json ? "json" : "text") : options.format;
+    static const std::map<std::string, Format> formats{
+        {"text", Format::text}, {"json", Format::json}, {"tsv", Format::tsv}};
+    std::cout << write_set(set, formats.at(format));
+    return Status::found;
+}
+
+Body declare(CLI::App &app) {
+    const auto options = std::make_shared<Options>();
+    app.add_option("TITLE", options->title, "Title of the symbol file")->capture_default_str();
+    app.add_option("--format", options->format, "text (default), json or tsv")
+        ->check(CLI::IsMember({"text", "json", "tsv"}));
+    return [options](const Context &context) { return run(context, *options); };
+}
+
+} // namespace
+
+const Command export_command{"export", "Write a symbol file as text, JSON or a table",
+                             "  kigou export 私の記号 > 私の記号.txt\n"
+                             "  kigou export 拡張の記号 --format tsv\n"
+                             "'kigou import' reads all three back.",
+                             declare};
+
+} // namespace kigou

@@ -1,0 +1,39 @@
+// cmd_new.cpp - kigou new: an empty symbol file.
+#include <memory>
+
+#include "cli/command.h"
+#include "cli/edit.h"
+#include "cli/storable.h"
+
+namespace kigou {
+namespace {
+
+struct Options {
+    std::string title;
+    EditOptions edit;
+};
+
+Status run(const Context &context, const Options &options) {
+    const Title title = new_file_title(options.title);
+    Edit edit(context, options.edit);
+    edit.create(title);
+    edit.did("made the symbol file " + title.text, {{"change", "new"}, {"path", title.text}});
+    edit.finish();
+    return Status::found;
+}
+
+Body declare(CLI::App &app) {
+    const auto options = std::make_shared<Options>();
+    app.add_option("TITLE", options->title, "Title of the new symbol file")->required();
+    declare_dry_run(app, options->edit);
+    return [options](const Context &context) { return run(context, *options); };
+}
+
+} // namespace
+
+const Command new_command{"new", "Make an empty symbol file",
+                          "  kigou new 私の記号\n"
+                          "The file is made in the directory of your own sets (--common-dir).",
+                          declare};
+
+} // namespace kigou

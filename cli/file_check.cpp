@@ -1,0 +1,243 @@
+// file_check.cpp - see file_check.h. The blocks are those that the library's own reader
+// finds; their lines are then looked at one by one.
+#include "cli/file_check.h"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <new>
+#include <set>
+
+#include "cli/storable.h"
+#include "common/acccom.h"
+#include "sym/format.h"
+
+namespace kigou {
+namespace {
+
+constexpr std::size_t most_data_of_a_file = 65534;
+
+using OwnedText = std::unique_ptr<unsigned char, decltype(&CM_free)>;
+
+Sjis converted(Sjis bytes, unsigned char *(*convert)(const unsigned char *)) {
+    bytes.push_back(0);
+    const OwnedText text(convert(bytes.data()), &CM_free);
+    if (!text) throw std::bad_alloc();
+    return Sjis(text.get(), text.get() + CM_lstrlen(text.get()));
+}
+
+class Checker {
+  public:
+    CheckedFile check(Sjis bytes) {
+        check_bytes(bytes);
+        text_ = converted(bytes, CM_euc2sjis);
+        check_round_trip(bytes);
+        for (std::size_t i = 0; i < text_.size(); ++i) {
+            if (text_[i] == '\n') line_starts_.push_back(i + 1);
+        }
+        acc::Range title;
+        if (!acc::has_symbol_header(text_)) find(0, "head", "the first line is not 〈記号〉");
+        const auto limit = static_cast<std::uint32_t>(bytes.size());
+        if (!acc::find_file_title(text_, limit, title)) {
+            find(0, "head", "no line begins with 名称=");
+        } else {
+            check_file_title(title);
+            check_blocks(title);
+        }
+        std::stable_sort(file_.findings.begin(), file_.findings.end(),
+                         [](const Finding &a, const Finding &b) { return a.line < b.line; });
+        return std::move(file_);
+    }
+
+  private:
+    struct Seen {
+        std::string path;
+        std::size_t line;
+    };
+
+    std::size_t line_of(std::size_t offset) const {
+        const auto after = std::upper_bound(line_starts_.begin(), line_starts_.end(), offset);
+        return static_cast<std::size_t>(after - line_starts_.begin()) + 1;
+    }
+
+    void find_on(std::size_t line, const char *kind, std::string text) {
+        file_.findings.push_back({line, kind, std::move(text)});
+    }
+    void find(std::size_t offset, const char *kind, std::string text) {
+        find_on(line_of(offset), kind, std::move(text));
+    }
+
+    std::string text_of(acc::Range range) const {
+        return to_utf8(std::span(text_).subspan(range.offset, range.length));
+    }
+
+    /** What only shows on disk; takes it out, so that the rest can be read. */
+    void check_bytes(Sjis &bytes) {
+        const auto line_at = [&](auto place) {
+            return static_cast<std::size_t>(std::count(bytes.begin(), place, '\n')) + 1;
+        };
+        if (const auto nul = std::find(bytes.begin(), bytes.end(), 0); nul != bytes.end()) {
+            find_on(line_at(nul), "nul",
+                    "a NUL byte ends the file here; " + std::to_string(bytes.end() - nul - 1) +
+                        " bytes behind it are not read");
+            bytes.erase(nul, bytes.end());
+        }
+        if (const auto cr = std::find(bytes.begin(), bytes.end(), '\r'); cr != bytes.end()) {
+            find_on(line_at(cr), "cr",
+                    std::to_string(std::count(bytes.begin(), bytes.end(), '\r')) +
+                        " CR bytes from here on: line ends must be LF alone (tr -d '\\r' repairs)");
+            std::erase(bytes, '\r');
+        }
+    }
+
+    void check_round_trip(const Sjis &bytes) {
+        const Sjis again = converted(text_, CM_sjis2euc);
+        if (again == bytes) return;
+        const auto [there, here] =
+            std::mismatch(again.begin(), again.end(), bytes.begin(), bytes.end());
+        const auto line = static_cast<std::size_t>(std::count(bytes.begin(), here, '\n')) + 1;
+        find_on(line, "encoding", "not EUC-JP of JIS X 0208: a save would change this line");
+    }
+
+    void check_file_title(acc::Range range) {
+        file_.title = text_of(range);
+        if (range.length == 0) return; // can be saved under a title
+        const Sjis bytes(text_.begin() + range.offset, text_.begin() + range.offset + range.length);
+        if (const auto reason = file_title_refusal({bytes, file_.title})) {
+            find(range.offset, "title", "the file title " + file_.title + ": " + *reason);
+        }
+    }
+
+    void check_blocks(acc::Range title) {
+        acc::BlockWalk walk(text_, title);
+        acc::Block block{};
+        std::size_t end = title.offset + title.length;
+        while (walk.next(block)) {
+            ++file_.blocks;
+            file_.symbols += block.symbols;
+            end = block.end;
+            check_path(block, title.length);
+            if (!block.has_start_line) {
+                find(block.title_line, "unterminated", text_of(block.path) + " has no start line");
+            } else if (!block.has_end_line) {
+                find(block.title_line, "unterminated", text_of(block.path) + " has no end line");
+            }
+            check_data(block);
+        }
+        if (file_.blocks > 32766) find(end, "too_many", "more than 32766 titles");
+        const Sjis rest(text_.begin() + static_cast<std::ptrdiff_t>(end), text_.end());
+        if (to_utf8(rest).find("［") != std::string::npos) {
+            find(text_.size(), "unterminated", "the last title line has no end");
+        }
+    }
+
+    void check_path(const acc::Block &block, std::size_t file_title_bytes) {
+        const std::string path = text_of(block.path);
+        if (block.level > most_levels) {
+            find(block.title_line, "too_deep",
+                 path + " stands on level " + std::to_string(block.level) + " of at most 10");
+        }
+        if (block.title.length > acc::max_title) {
+            find(block.title_line, "title",
+                 "the title has " + std::to_string(block.title.length) + " bytes of at most 256");
+        }
+        if (file_title_bytes + 2 + block.path.length > acc::max_path) {
+            find(block.title_line, "title",
+                 "the path has " + std::to_string(file_title_bytes + 2 + block.path.length) +
+                     " bytes of at most 514, the file title counted");
+        }
+        if (block.path.length == 0) find(block.title_line, "title", "the title is empty");
+        if (const auto [same, fresh] = paths_.emplace(path, line_of(block.title_line)); !fresh) {
+            find(block.title_line, "duplicate_title",
+                 path + " stands on line " + std::to_string(same->second) +
+                     " already; only that one is shown");
+            return;
+        }
+        const auto cut = path.rfind("／");
+        const std::string parent = cut == std::string::npos ? "" : path.substr(0, cut);
+        if (!parent.empty() && paths_.count(parent) == 0) {
+            find(block.title_line, "no_parent", path + " has no block " + parent + " before it");
+        }
+        for (const Seen &sibling : children_[parent]) {
+            const bool longer = path.size() > sibling.path.size();
+            if (!(longer ? path.starts_with(sibling.path) : sibling.path.starts_with(path)))
+                continue;
+            find(block.title_line, "prefix",
+                 path + (longer ? " begins like its sibling " : " is how its sibling begins: ") +
+                     sibling.path + " (line " + std::to_string(sibling.line) + ")");
+        }
+        children_[parent].push_back({path, line_of(block.title_line)});
+    }
+
+    /** Lines of the data, as far as they are on the grid. */
+    void check_data(const acc::Block &block) {
+        const std::size_t end = block.data + 2 * std::size_t{block.data_units};
+        if (end - block.data > most_data_of_a_file) {
+            find(block.data, "too_long",
+                 text_of(block.path) + " has " + std::to_string(end - block.data) +
+                     " bytes of symbols of at most 65534");
+        }
+        std::map<Sjis, std::size_t> seen;
+        for (std::size_t begin = block.data; begin < end;) {
+            static constexpr unsigned char line_end[] = {'\r', '\n'};
+            const auto from = text_.begin() + static_cast<std::ptrdiff_t>(begin);
+            const auto stop = text_.begin() + static_cast<std::ptrdiff_t>(end);
+            const Sjis line(from, std::search(from, text_.end(), line_end, line_end + 2));
+            if (line.size() % 2 != 0) {
+                find(begin, "off_grid",
+                     to_utf8(line) + " has an odd number of bytes: the symbols of " +
+                         text_of(block.path) + " are read wrong from here to line " +
+                         std::to_string(line_of(end)));
+                return;
+            }
+            const auto bytes =
+                std::min<std::ptrdiff_t>(stop - from, static_cast<std::ptrdiff_t>(line.size()));
+            check_line(begin, Sjis(from, from + bytes), seen);
+            begin += line.size() + 2;
+        }
+    }
+
+    void check_line(std::size_t offset, const Sjis &line, std::map<Sjis, std::size_t> &seen) {
+        const std::string text = to_utf8(line);
+        if (text.starts_with("［") && text.ends_with("］")) {
+            find(offset, "unterminated",
+                 text + " stands among symbols: an end line is missing above");
+        }
+        std::string outside, single, repeated;
+        for (std::size_t i = 0; i + 1 < line.size(); i += 2) {
+            const Sjis symbol{line[i], line[i + 1]};
+            const std::string shown = to_utf8(symbol);
+            const Repertoire repertoire = repertoire_of(symbol);
+            if (line[i] < 0x80 || (line[i] >= 0xA0 && line[i] <= 0xDF)) {
+                single += shown;
+            } else if (repertoire != Repertoire::jis_x_0208) {
+                outside += shown;
+            }
+            const auto [first, fresh] = seen.emplace(symbol, line_of(offset));
+            if (!fresh) repeated += shown + " (line " + std::to_string(first->second) + ") ";
+        }
+        if (!single.empty()) {
+            find(offset, "off_grid",
+                 "single-byte characters, two of them read as one symbol: " + single);
+        }
+        if (!outside.empty()) find(offset, "outside", "not in JIS X 0208: " + outside);
+        if (!repeated.empty()) {
+            repeated.pop_back();
+            find(offset, "duplicate", "stands in this title already: " + repeated);
+        }
+    }
+
+    Sjis text_;
+    std::vector<std::size_t> line_starts_;
+    std::map<std::string, std::size_t> paths_;
+    std::map<std::string, std::vector<Seen>> children_;
+    CheckedFile file_;
+};
+
+} // namespace
+
+CheckedFile check_symbol_file(const Sjis &bytes) {
+    return Checker().check(bytes);
+}
+
+} // namespace kigou

@@ -1,0 +1,31 @@
+// file_check.h - what is not as it should be in a symbol file, line by line. Any file can
+// be checked, also one that the library does not open.
+#ifndef KIGOU_FILE_CHECK_H
+#define KIGOU_FILE_CHECK_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "cli/text_codec.h"
+
+namespace kigou {
+
+struct Finding {
+    std::size_t line = 0; /**< of the file, from 1 */
+    std::string kind;     /**< a word for scripts, see docs/kigou.md */
+    std::string text;
+};
+
+struct CheckedFile {
+    std::string title; /**< file title; empty when there is none */
+    std::size_t blocks = 0, symbols = 0;
+    std::vector<Finding> findings; /**< by line */
+};
+
+/** @param bytes  of the file, in the disk form */
+CheckedFile check_symbol_file(const Sjis &bytes);
+
+} // namespace kigou
+
+#endif
