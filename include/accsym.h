@@ -332,7 +332,8 @@ int SYM_FileNewProc(Accdata *record);
  * @return 1 saved (message 12 may stand beside it: the title was the open file's already);
  *         -1 writing failed (no message); 0 with message 1 no file open, or the target
  *         cannot be written or its directory takes no new file, 4 a null string, 7 the
- *         directories could not be read whole, 11 no memory or no free name, 17 the standard symbols, and those of a title change
+ *         directories could not be read whole, 11 no memory or no free name, 17 the standard
+ * symbols, and those of a title change
  */
 int SYM_FileSaveProc(Accdata *record);
 
