@@ -2,6 +2,7 @@
 #include <iostream>
 #include <nlohmann/json.hpp>
 #include <set>
+#include <string>
 
 #include "cli/command.h"
 #include "cli/host.h"
@@ -15,9 +16,9 @@ Status run(const Context &context) {
     const Listing<Title> files = host.file_titles();
     nlohmann::ordered_json json = {{"files", nlohmann::json::array()},
                                    {"truncated", files.cut_short}};
-    std::set<Sjis> seen;
+    std::set<std::string> seen;
     for (const Title &file : files.items) {
-        const bool hidden = !seen.insert(file.sjis).second;
+        const bool hidden = !seen.emplace(file.sjis.begin(), file.sjis.end()).second;
         json["files"].push_back({{"title", file.text}, {"hidden", hidden}});
         if (context.json) continue;
         std::cout << printable(file.text) << (hidden ? "  (hidden by the one above)" : "") << '\n';

@@ -12,7 +12,8 @@ namespace kigou {
 namespace {
 
 struct Options {
-    std::vector<std::string> words; /**< put: the path first; copy: the path last */
+    std::string path;
+    std::vector<std::string> words; /**< symbols; for copy the path stands last */
     EditOptions edit;
     bool append = false, fold = false, empty = false;
 };
@@ -115,10 +116,9 @@ void refuse_file(const Located &located) {
 }
 
 Status run_put(const Context &context, const Options &options) {
-    const std::vector<std::string> words(options.words.begin() + 1, options.words.end());
     Sjis typed;
-    if (!words.empty()) {
-        append_lines(typed, from_words(words, options.fold));
+    if (!options.words.empty()) {
+        append_lines(typed, from_words(options.words, options.fold));
     } else if (!options.empty) {
         typed = from_standard_input(options.fold);
     }
@@ -127,7 +127,7 @@ Status run_put(const Context &context, const Options &options) {
                       {"--empty takes all symbols out of a title"});
     }
     Edit edit(context, options.edit);
-    const Located located = edit.locate(options.words.front());
+    const Located located = edit.locate(options.path);
     refuse_file(located);
     const std::string &path = located.path.text;
     Sjis data = data_of(edit.host(), located.path);
@@ -179,10 +179,11 @@ Status run_copy(const Context &context, const Options &options) {
 
 Body declare_put(CLI::App &app) {
     const auto options = std::make_shared<Options>();
-    app.add_option("PATH [SYMBOL...]", options->words,
-                   "Title to store in, then symbols: characters, with blanks between or not, or "
-                   "codes (U+301C, 1-33, 0x8160); none: the lines of the standard input")
-        ->required();
+    app.add_option("PATH", options->path, "Title to store in")->required()->type_name("");
+    app.add_option("SYMBOL", options->words,
+                   "Characters, with blanks between or not, or codes (U+301C, 1-33, 0x8160); none: "
+                   "the lines of the standard input")
+        ->type_name("");
     app.add_flag("--append", options->append, "Keep the symbols that stand there");
     app.add_flag("--fold", options->fold,
                  "Take single-byte letters, digits, signs and half-width katakana for their "
@@ -198,7 +199,8 @@ Body declare_copy(CLI::App &app) {
                    "Symbols: characters or codes (U+301C, 1-33, 0x8160); last the title to add "
                    "them to")
         ->required()
-        ->expected(2, 1000000);
+        ->type_name("")
+        ->expected(2, CLI::detail::expected_max_vector_size);
     app.add_flag("--fold", options->fold,
                  "Take single-byte letters, digits, signs and half-width katakana for their "
                  "double-byte forms");

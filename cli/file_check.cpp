@@ -182,7 +182,9 @@ class Checker {
             static constexpr unsigned char line_end[] = {'\r', '\n'};
             const auto from = text_.begin() + static_cast<std::ptrdiff_t>(begin);
             const auto stop = text_.begin() + static_cast<std::ptrdiff_t>(end);
-            const Sjis line(from, std::search(from, text_.end(), line_end, line_end + 2));
+            // The last line may lack its end; then the hyphens of the end line follow it.
+            const auto line_stop = std::search(from, text_.end(), line_end, line_end + 2);
+            const Sjis line(from, std::min(line_stop, stop));
             if (line.size() % 2 != 0) {
                 find(begin, "off_grid",
                      to_utf8(line) + " has an odd number of bytes: the symbols of " +
@@ -190,9 +192,7 @@ class Checker {
                          std::to_string(line_of(end)));
                 return;
             }
-            const auto bytes =
-                std::min<std::ptrdiff_t>(stop - from, static_cast<std::ptrdiff_t>(line.size()));
-            check_line(begin, Sjis(from, from + bytes), seen);
+            check_line(begin, line, seen);
             begin += line.size() + 2;
         }
     }
