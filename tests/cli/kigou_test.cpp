@@ -1,114 +1,10 @@
-// kigou as people run it: arguments in, output, error output and exit status out.
-#include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <array>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <nlohmann/json.hpp>
-#ifdef __linux__
-#include <linux/capability.h>
-#include <sys/prctl.h>
-#endif
-
-#include "cli/text_codec.h"
-#include "common/acccom.h"
+// kigou as people run it to look at symbol files.
+#include "kigou_program.h"
 
 namespace kigou {
 namespace {
 
-namespace fs = std::filesystem;
 using nlohmann::json;
-
-std::string contents_of(const fs::path &path) {
-    std::ifstream in(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(in), {}};
-}
-
-struct Outcome {
-    int status;
-    std::string out, err;
-};
-
-/** A scratch folder with a program and a common directory, and the program run on them. */
-class Kigou : public testing::Test {
-  protected:
-    Kigou() {
-        std::string name = (fs::temp_directory_path() / "kigou_test_XXXXXX").string();
-        folder = mkdtemp(name.data());
-        for (const char *sub : {"prog", "common", "tmp"}) fs::create_directory(folder / sub);
-    }
-    ~Kigou() override { fs::remove_all(folder); }
-
-    /** A symbol file of a title and blocks, each "path" and its symbol lines. */
-    void write(const std::string &file, const std::string &title,
-               const std::vector<std::array<std::string, 2>> &blocks) {
-        const std::string hyphens(40, '-');
-        std::string text = "〈記号〉\n名称=" + title + "\n";
-        for (const auto &[path, symbols] : blocks) {
-            text += "［" + path + "］\n" + hyphens + "\n" + symbols + hyphens + "\n";
-        }
-        Sjis sjis = to_sjis(text);
-        sjis.push_back(0);
-        unsigned char *const euc = CM_sjis2euc(sjis.data());
-        std::ofstream(folder / file, std::ios::binary) << reinterpret_cast<const char *>(euc);
-        CM_free(euc);
-    }
-
-    void write_example() {
-        write("prog/rei.kig", "例",
-              {{{"矢印", "→←↑↓\n"}},
-               {{"数学", "＋×÷\n±\n"}},
-               {{"数学／比較", ""}},
-               {{"数学論", ""}},
-               {{"数学論／集合", "∈\n"}},
-               {{"雑", "　①--\x1b[\n"}}});
-    }
-
-    Outcome run(std::vector<std::string> arguments, const char *output = nullptr,
-                const std::string &program_directory = "prog") {
-        const fs::path out = folder / "out";
-        const fs::path err = folder / "err";
-        const pid_t child = fork();
-        if (child == 0) {
-            const std::string tmp = "TMPDIR=" + (folder / "tmp").string();
-            const std::string home = "XDG_DATA_HOME=" + (folder / "home").string();
-            const std::string common = "KIGOU_COMMON_DIR=" + (folder / "common").string();
-            const std::string program =
-                "KIGOU_PROGRAM_DIR=" + (folder / program_directory).string();
-            arguments.insert(arguments.begin(), KIGOU_PROGRAM);
-            std::vector<char *> argv, env;
-            for (std::string &argument : arguments) argv.push_back(argument.data());
-            for (const std::string *text : {&tmp, &home, &common, &program}) {
-                env.push_back(const_cast<char *>(text->c_str()));
-            }
-            std::string locale = "LC_ALL=C";
-            env.push_back(locale.data());
-            argv.push_back(nullptr);
-            env.push_back(nullptr);
-#ifdef __linux__
-            prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE); // file modes hold for root as well
-#endif
-            if (!freopen(output ? output : out.c_str(), "w", stdout) ||
-                !freopen(err.c_str(), "w", stderr)) {
-                _exit(126);
-            }
-            execve(argv[0], argv.data(), env.data());
-            _exit(127);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_TRUE(WIFEXITED(status));
-        EXPECT_TRUE(fs::is_empty(folder / "tmp")) << "a working file was left";
-        return {WEXITSTATUS(status), contents_of(out), contents_of(err)};
-    }
-
-    fs::path folder;
-};
 
 struct Case {
     const char *name;
@@ -134,18 +30,10 @@ TEST_F(Kigou, shows_the_example_as_text) {
          "└── 雑 (4)\n",
          ""},
         {"a file", {"list", "例"}, 0, "例\n  矢印\n  数学／\n  数学論／\n  雑\n", ""},
-        {"titles before symbols, none of a sibling with a longer name",
-         {"list", "例／数学"},
-         0,
-         "例／数学\n  比較\n＋ × ÷ ±\n",
-         ""},
+        {"titles before symbols, none of a sibling with a longer name", {"list", "例／数学"}, 0, "例／数学\n  比較\n＋ × ÷ ±\n", ""},
         {"typed separators", {"list", "/例/数学論/集合/"}, 0, "例／数学論／集合\n∈\n", ""},
         {"path behind --file", {"list", "矢印", "--file", "例"}, 0, "例／矢印\n→ ← ↑ ↓\n", ""},
-        {"whole path behind --file",
-         {"list", "--file", "例", "例／矢印"},
-         0,
-         "例／矢印\n→ ← ↑ ↓\n",
-         ""},
+        {"whole path behind --file", {"list", "--file", "例", "例／矢印"}, 0, "例／矢印\n→ ← ↑ ↓\n", ""},
         {"an empty title", {"list", "例／数学／比較"}, 0, "例／数学／比較\n", ""},
         {"labelled blank, and an escape that does not reach the terminal",
          {"list", "例／雑"},
@@ -208,22 +96,14 @@ TEST_F(Kigou, shows_the_example_as_text) {
          "kigou: cannot open 無: the symbol file does not exist (記号ファイルが存在しません。)\n"
          "kigou: 'kigou files' lists the symbol files\n"
          "kigou:   例\n"},
-        {"a character that cannot be written",
-         {"list", "例／€"},
-         2,
-         "",
-         "kigou: Shift_JIS has no character € (U+20AC) at position 3\n"},
+        {"a character that cannot be written", {"list", "例／€"}, 2, "", "kigou: Shift_JIS has no character € (U+20AC) at position 3\n"},
         {"a single-byte character",
          {"info", "A"},
          2,
          "",
          "kigou: 'A' is a single-byte character; symbols have two bytes\n"
          "kigou: the full-width character is Ａ\n"},
-        {"a row that does not exist",
-         {"info", "95-1"},
-         2,
-         "",
-         "kigou: kuten 95-1 is not from 1-1 to 94-94\n"},
+        {"a row that does not exist", {"info", "95-1"}, 2, "", "kigou: kuten 95-1 is not from 1-1 to 94-94\n"},
         {"a command that does not exist",
          {"fils"},
          2,
@@ -312,10 +192,9 @@ TEST_F(Kigou, says_what_to_do_when_a_file_cannot_be_opened) {
     }
     const Outcome unreadable = run({"files"}, nullptr, "absent");
     EXPECT_EQ(unreadable.status, 2);
-    EXPECT_EQ(unreadable.err,
-              "kigou: cannot read the directory \"" + (folder / "absent").string() +
-                  "\"\n"
-                  "kigou: name the directory of the symbol sets with --program-dir\n");
+    EXPECT_EQ(unreadable.err, "kigou: cannot read the directory \"" + (folder / "absent").string() +
+                                  "\"\n"
+                                  "kigou: name the directory of the symbol sets with --program-dir\n");
     EXPECT_EQ(run({"files"}, "/dev/full").status, 2) << "a full disk goes unnoticed";
 }
 
@@ -339,8 +218,7 @@ TEST_F(Kigou, says_that_a_list_is_cut_short) {
     write("prog/long.kig", "長", {{{"星", symbols + "\n"}}, {{"星／下", "★\n"}}});
     const Outcome cut = run({"list", "長／星", "--json"});
     EXPECT_EQ(cut.status, 0);
-    EXPECT_EQ(cut.err,
-              "kigou: the list is cut short: 長／星 holds more than a list box can show\n");
+    EXPECT_EQ(cut.err, "kigou: the list is cut short: 長／星 holds more than a list box can show\n");
     const json listing = json::parse(cut.out);
     EXPECT_EQ(listing["truncated"], true);
     EXPECT_GT(listing["symbols"].size(), 21000U);
@@ -354,8 +232,7 @@ TEST_F(Kigou, shows_every_symbol_of_the_bundled_sets) {
     const json info = json::parse(run({"info", "※①", "--json"}).out);
     EXPECT_EQ(info["symbols"][0]["paths"], json::array({"標準の記号／一般記号／事務"}));
     EXPECT_EQ(info["symbols"][1]["paths"], json::array({"拡張の記号／丸数字"}));
-    for (const auto &[file, symbols, vendor] :
-         {std::tuple{"標準の記号", 682, false}, {"拡張の記号", 74, true}}) {
+    for (const auto &[file, symbols, vendor] : {std::tuple{"標準の記号", 682, false}, {"拡張の記号", 74, true}}) {
         int shown = 0;
         const json tree = json::parse(run({"tree", file, "--json"}).out);
         for (const json &title : tree["titles"]) {
