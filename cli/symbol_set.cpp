@@ -243,6 +243,7 @@ std::string write_tsv(const SymbolSet &set) {
 void read_tsv(const std::vector<std::string> &lines, Reader &reader) {
     std::string last_path;
     bool kept = false;
+    bool first_row_empty = false;
     for (std::size_t i = 1; i < lines.size(); ++i) {
         if (lines[i].empty()) continue;
         const auto first = lines[i].find('\t');
@@ -255,8 +256,12 @@ void read_tsv(const std::vector<std::string> &lines, Reader &reader) {
         const std::string path = lines[i].substr(first + 1, second - first - 1);
         const std::string symbols = lines[i].substr(second + 1);
         if (path.empty()) continue; // a file without titles
-        if (path != std::exchange(last_path, path)) kept = reader.begin_block(path, line_number(i));
-        if (kept && !symbols.empty()) reader.add_line(symbols, line_number(i));
+        const bool begins = path != std::exchange(last_path, path);
+        if (begins) kept = reader.begin_block(path, line_number(i));
+        // A first row without symbols is that of an empty title, unless more rows follow.
+        if (kept && first_row_empty && !begins) reader.add_line("", line_number(i));
+        first_row_empty = begins && symbols.empty();
+        if (kept && !first_row_empty) reader.add_line(symbols, line_number(i));
     }
 }
 
