@@ -6,10 +6,9 @@
 #ifndef ACCSYM_TESTS_COMMON_SJIS_REFERENCE_H
 #define ACCSYM_TESTS_COMMON_SJIS_REFERENCE_H
 
-#include <array>
+#include <algorithm>
 #include <map>
 #include <utility>
-#include <vector>
 
 struct SjisReference {
     /** Row and cell, both from 0, of every code with valid bytes, and the other way. */
@@ -18,30 +17,27 @@ struct SjisReference {
 
     SjisReference() {
         int count = 0;
-        for (int lead = 0x81; lead <= 0xFC; ++lead) {
-            if (lead >= 0xA0 && lead <= 0xDF) continue;
-            for (int trail = 0x40; trail <= 0xFC; ++trail) {
-                if (trail == 0x7F) continue;
-                const std::pair<int, int> cell(count / 94, count % 94);
-                cells[lead * 256 + trail] = cell;
-                codes[cell] = lead * 256 + trail;
-                ++count;
-            }
+        for (int code = 0x8140; code <= 0xFCFC; ++code) {
+            const int lead = code / 256;
+            const int trail = code % 256;
+            if ((lead >= 0xA0 && lead <= 0xDF) || trail < 0x40 || trail == 0x7F || trail > 0xFC) continue;
+            cells[code] = {count / 94, count % 94};
+            codes[cells[code]] = code;
+            ++count;
         }
     }
 
     /** Also for invalid trail bytes, whose cells lie before, between and behind the valid. */
     std::pair<int, int> cell_of(int lead, int trail) const {
         if (trail == 0x7F) return cells.at(lead * 256 + 0x80);
-        const int valid = trail < 0x40 ? 0x40 : trail > 0xFC ? 0xFC : trail;
-        std::pair<int, int> cell = cells.at(lead * 256 + valid);
-        cell.second += trail - valid;
-        return cell;
+        const int valid = std::clamp(trail, 0x40, 0xFC);
+        const auto [row, cell] = cells.at(lead * 256 + valid);
+        return {row, cell + trail - valid};
     }
 
     /** Also for cells before and behind the 94 of a row. */
     int code_of(int row, int cell) const {
-        const int valid = cell < 0 ? 0 : cell > 93 ? 93 : cell;
+        const int valid = std::clamp(cell, 0, 93);
         return codes.at({row, valid}) + cell - valid;
     }
 };
