@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <tuple>
 
 #include "accsym.h"
 #include "fake_vm.h"
@@ -38,19 +39,15 @@ struct HostObject {
     std::deque<Object> list_boxes{10};
     std::deque<Array> arrays;
     std::vector<Array **> array_places; /**< in the order in which they are taken */
-    std::vector<Object **> list_box_places;
 
     HostObject() {
         fill(record, accdata_fields);
         for (int i = 0; i < 10; ++i) {
-            Object *&place = record.objects["tListBox" + std::to_string(i + 1)];
-            place = &list_boxes[static_cast<std::size_t>(i)];
-            list_box_places.push_back(&place);
-            fill(*place, list_box_fields);
+            Object &list_box = list_boxes[static_cast<std::size_t>(i)];
+            record.objects["tListBox" + std::to_string(i + 1)] = &list_box;
+            fill(list_box, list_box_fields);
         }
     }
-    HostObject(const HostObject &) = delete;
-    HostObject &operator=(const HostObject &) = delete;
 
     void fill(Object &object, const std::vector<std::string> &fields) {
         for (const std::string &field : fields) {
@@ -142,92 +139,79 @@ TEST_P(Bridge, copies_every_field_in_and_out) {
     Accdata record;
     ASSERT_EQ(JavaAllocStruct(&vm.env, handle(&host.record), &record), 1);
     EXPECT_EQ(vm.pinned, 59);
-    jint number = 70000 - 65536;
-    unsigned char mark = 0;
-    const auto visit = [&](auto &&each_number, auto &&each_array) {
-#define AT(field, Field) each_number(record.field);
-#define BYTES_AT(field, Field) each_array(record.field);
-        ACC_ACCDATA_FIELDS(AT, BYTES_AT)
-#undef AT
-#undef BYTES_AT
-        for (ListBox &list_box : record.tListBox) {
-#define AT(field, Field) each_number(list_box.field);
-#define BYTES_AT(field, Field) each_array(list_box.field);
-            ACC_LISTBOX_FIELDS(AT, BYTES_AT)
-#undef AT
-#undef BYTES_AT
-        }
+    const auto visit = [&](auto &&number, auto &&array) {
+#define NUMBER(field, Field) number(holder.field, object.numbers[#field]);
+#define TEXT(field, Field) array(holder.field, object.arrays[#field]->bytes);
+        const auto visit_record = [&](Accdata &holder, Object &object) { ACC_ACCDATA_FIELDS(NUMBER, TEXT) };
+        const auto visit_list = [&](ListBox &holder, Object &object) { ACC_LISTBOX_FIELDS(NUMBER, TEXT) };
+#undef NUMBER
+#undef TEXT
+        visit_record(record, host.record);
+        for (std::size_t i = 0; i < 10; ++i) visit_list(record.tListBox[i], host.list_boxes[i]);
     };
-    visit([&](unsigned short value) { EXPECT_EQ(value, number++); }, [&](unsigned char *bytes) { EXPECT_EQ(bytes[99], mark++); });
-
-    number = 65535;
-    visit([&](unsigned short &value) { value = static_cast<unsigned short>(number--); },
-          [&](unsigned char *bytes) { bytes[0] = static_cast<unsigned char>(bytes[99] ^ 0xFF); });
+    unsigned short next = 65535;
+    visit(
+        [&](unsigned short &value, jint object_value) {
+            EXPECT_EQ(value, object_value - 65536);
+            value = next--;
+        },
+        [](unsigned char *bytes, const Bytes &object_bytes) {
+            EXPECT_EQ(bytes[99], object_bytes[99]);
+            bytes[0] = static_cast<unsigned char>(bytes[99] ^ 0xFF);
+        });
     JavaFreeStruct(&vm.env, handle(&host.record), &record);
     EXPECT_EQ(vm.pinned, 0);
     EXPECT_EQ(vm.release_modes, std::set<jint>{0});
-    for (const Array &array : host.arrays) EXPECT_EQ(array.bytes[0], array.bytes[99] ^ 0xFF);
-    number = 65535;
-    const auto expect_numbers = [&](const Object &object, const std::vector<std::string> &fields) {
-        for (const std::string &field : fields) {
-            if (!field.ends_with(" I")) continue;
-            const std::string name = field.substr(0, field.find(' '));
-            EXPECT_EQ(object.numbers.at(name), number--) << name;
-        }
-    };
-    expect_numbers(host.record, accdata_fields);
-    for (const Object &list_box : host.list_boxes) expect_numbers(list_box, list_box_fields);
+    visit([](unsigned short value, jint object_value) { EXPECT_EQ(object_value, value); },
+          [](unsigned char *, const Bytes &object_bytes) { EXPECT_EQ(object_bytes[0], object_bytes[99] ^ 0xFF); });
 }
 
 TEST_P(Bridge, functions_of_single_fields_reach_their_own_field) {
-    Accdata record{};
-    ListBox list_box{};
-    Object &list = host.list_boxes[0];
+    Accdata Accdata_target{};
+    ListBox ListBox_target{};
+    std::map<std::string, Object *> objects{{"Accdata", &host.record}, {"ListBox", &host.list_boxes[0]}};
     JNIEnv *const env = &vm.env;
-#define NUMBER_PAIR(from, in, target, object, field, Field)                    \
-    EXPECT_EQ(jni_Get##Field##_from_##from(&target, env, handle(&object)), 1); \
-    EXPECT_EQ(target.field, object.numbers[#field] - 65536) << #field;         \
-    target.field = 65535;                                                      \
-    jni_Set##Field##_in_##in(&target, env, handle(&object));                   \
-    EXPECT_EQ(object.numbers[#field], 65535) << #field;
-#define BYTES_PAIR(from, in, target, object, field, Field)                               \
-    EXPECT_EQ(jni_Get##Field##_from_##from(&target, env, handle(&object)), 1);           \
-    EXPECT_EQ(vm.pinned, 1) << #field;                                                   \
-    target.field[0] = 0xA5;                                                              \
-    jni_Set##Field##_in_##in(&target, env, handle(&object));                             \
-    EXPECT_EQ(object.arrays[#field]->bytes[0], 0xA5) << #field;                          \
-    EXPECT_EQ(vm.pinned, 0) << #field;                                                   \
-    vm.refused = object.arrays[#field];                                                  \
-    EXPECT_EQ(jni_Get##Field##_from_##from(&target, env, handle(&object)), 0) << #field; \
-    EXPECT_EQ(target.field, nullptr) << #field;                                          \
-    jni_Set##Field##_in_##in(&target, env, handle(&object));
-#define NUMBER(field, Field) NUMBER_PAIR(Accdata, Accdata, record, host.record, field, Field)
-#define TEXT(field, Field) BYTES_PAIR(Accdata, Accdata, record, host.record, field, Field)
+#define NUMBER_OF(Record, field, Field)                                                            \
+    EXPECT_EQ(jni_Get##Field##_from_##Record(&Record##_target, env, handle(objects[#Record])), 1); \
+    EXPECT_EQ(Record##_target.field, objects[#Record]->numbers[#field] - 65536) << #field;         \
+    Record##_target.field = 65535;                                                                 \
+    jni_Set##Field##_in_##Record(&Record##_target, env, handle(objects[#Record]));                 \
+    EXPECT_EQ(objects[#Record]->numbers[#field], 65535) << #field;
+#define TEXT_OF(Record, field, Field)                                                              \
+    EXPECT_EQ(jni_Get##Field##_from_##Record(&Record##_target, env, handle(objects[#Record])), 1); \
+    Record##_target.field[0] = 0xA5;                                                               \
+    jni_Set##Field##_in_##Record(&Record##_target, env, handle(objects[#Record]));                 \
+    EXPECT_EQ(objects[#Record]->arrays[#field]->bytes[0], 0xA5) << #field;                         \
+    EXPECT_EQ(vm.pinned, 0) << #field;                                                             \
+    vm.refused = objects[#Record]->arrays[#field];                                                 \
+    EXPECT_EQ(jni_Get##Field##_from_##Record(&Record##_target, env, handle(objects[#Record])), 0); \
+    EXPECT_EQ(Record##_target.field, nullptr) << #field;                                           \
+    jni_Set##Field##_in_##Record(&Record##_target, env, handle(objects[#Record]));
+#define NUMBER(field, Field) NUMBER_OF(Accdata, field, Field)
+#define TEXT(field, Field) TEXT_OF(Accdata, field, Field)
     ACC_ACCDATA_FIELDS(NUMBER, TEXT)
 #undef NUMBER
 #undef TEXT
-#define NUMBER(field, Field) NUMBER_PAIR(ListBox, ListBox, list_box, list, field, Field)
-#define TEXT(field, Field) BYTES_PAIR(ListBox, ListBox, list_box, list, field, Field)
+#define NUMBER(field, Field) NUMBER_OF(ListBox, field, Field)
+#define TEXT(field, Field) TEXT_OF(ListBox, field, Field)
     ACC_LISTBOX_FIELDS(NUMBER, TEXT)
     EXPECT_EQ(vm.release_modes, std::set<jint>{0});
 }
 
 TEST_P(Bridge, runs_no_command_when_an_array_or_list_box_cannot_be_had) {
     ASSERT_EQ(host.array_places.size(), 59U);
-    for (std::size_t i = 0; i < host.array_places.size(); ++i) {
-        Array *&place = *host.array_places[i];
-        const std::string what = "array " + std::to_string(i);
-        vm.refused = place;
-        expect_refusal(what + " refused");
+    for (Array **const place : host.array_places) {
+        vm.refused = *place;
+        expect_refusal("array refused");
         vm.refused = nullptr;
-        Array *const array = std::exchange(place, nullptr);
-        expect_refusal(what + " null");
-        place = array;
+        Array *const array = std::exchange(*place, nullptr);
+        expect_refusal("array null");
+        *place = array;
     }
-    for (std::size_t i = 0; i < host.list_box_places.size(); ++i) {
-        Object *const list_box = std::exchange(*host.list_box_places[i], nullptr);
-        expect_refusal("list box " + std::to_string(i + 1) + " null");
-        *host.list_box_places[i] = list_box;
+    for (auto &[name, list_box] : host.record.objects) {
+        Object *const kept = std::exchange(list_box, nullptr);
+        expect_refusal(name + " null");
+        list_box = kept;
     }
     vm.capacity_result = JNI_ENOMEM;
     expect_refusal("no room for references");
@@ -265,39 +249,34 @@ TEST_P(Bridge, a_command_asks_for_room_once_and_stays_within_it) {
 }
 
 TEST_P(Bridge, conversions_write_the_destination_alone) {
-    struct {
-        const char *name;
-        decltype(&Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode) convert;
-        Bytes source;
-        jint length;
-        Bytes expected;
-    } const cases[] = {
-        {"to Unicode", Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode, {0x82, 0xA0}, 2, {0x30, 0x42, 0}},
-        {"to Shift_JIS", Java_jp_co_korm_wospen_ZikNative_AccUnicodeToSjis, {0x30, 0x42}, 2, {0x82, 0xA0, 0}},
-        {"nothing", Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode, {0x82, 0xA0}, 0, {0, 0xEE, 0xEE}},
-        {"length beyond 16 bits", Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode, {0x82, 0xA0}, 65538, {0x30, 0x42, 0}},
-    };
-    for (const auto &test : cases) {
-        Array source{test.source, {}, 0};
+    using Native = decltype(&Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode);
+    using Case = std::tuple<const char *, Native, Bytes, jint, Bytes>;
+    const auto to_unicode = Java_jp_co_korm_wospen_ZikNative_AccSjisToUnicode;
+    for (const auto &[name, native, source_bytes, length, expected] : {
+             Case{"to Unicode", to_unicode, {0x82, 0xA0}, 2, {0x30, 0x42, 0}},
+             {"to Shift_JIS", Java_jp_co_korm_wospen_ZikNative_AccUnicodeToSjis, {0x30, 0x42}, 2, {0x82, 0xA0, 0}},
+             {"nothing", to_unicode, {0x82, 0xA0}, 0, {0, 0xEE, 0xEE}},
+             {"length beyond 16 bits", to_unicode, {0x82, 0xA0}, 65538, {0x30, 0x42, 0}},
+         }) {
+        SCOPED_TRACE(name);
+        Array source{source_bytes, {}, 0};
         Array destination{Bytes(3, 0xEE), {}, 0};
-        const auto convert = [&](Array *from, Array *to) {
-            return test.convert(&vm.env, nullptr, static_cast<jbyteArray>(handle(from)), test.length, static_cast<jbyteArray>(handle(to)));
-        };
-        EXPECT_EQ(convert(nullptr, &destination), 0) << test.name;
-        EXPECT_EQ(convert(&source, nullptr), 0) << test.name;
-        for (const Array *refused : {&source, &destination}) {
+        const auto convert = [&, native = native, length = length](Array *from, Array *to, const Array *refused = nullptr) {
             vm.refused = refused;
-            EXPECT_EQ(convert(&source, &destination), 0) << test.name;
-        }
-        vm.refused = nullptr;
-        EXPECT_EQ(vm.pinned, 0) << test.name;
-        EXPECT_EQ(destination.bytes, Bytes(3, 0xEE)) << test.name;
+            return native(&vm.env, nullptr, static_cast<jbyteArray>(handle(from)), length, static_cast<jbyteArray>(handle(to)));
+        };
+        EXPECT_EQ(convert(nullptr, &destination), 0);
+        EXPECT_EQ(convert(&source, nullptr), 0);
+        EXPECT_EQ(convert(&source, &destination, &source), 0);
+        EXPECT_EQ(convert(&source, &destination, &destination), 0);
+        EXPECT_EQ(vm.pinned, 0);
+        EXPECT_EQ(destination.bytes, Bytes(3, 0xEE));
         vm.release_modes.clear();
-        EXPECT_EQ(convert(&source, &destination), 1) << test.name;
-        EXPECT_EQ(vm.pinned, 0) << test.name;
-        EXPECT_EQ(vm.release_modes, (std::set<jint>{0, JNI_ABORT})) << test.name;
-        EXPECT_EQ(destination.bytes, test.expected) << test.name;
-        EXPECT_EQ(source.bytes, test.source) << test.name;
+        EXPECT_EQ(convert(&source, &destination), 1);
+        EXPECT_EQ(vm.pinned, 0);
+        EXPECT_EQ(vm.release_modes, (std::set<jint>{0, JNI_ABORT}));
+        EXPECT_EQ(destination.bytes, expected);
+        EXPECT_EQ(source.bytes, source_bytes);
     }
 }
 

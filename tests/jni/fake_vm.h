@@ -29,8 +29,6 @@ struct Object {
 /** What the table does and what it saw; one at a time. */
 struct Vm {
     explicit Vm(bool copies);
-    Vm(const Vm &) = delete;
-    Vm &operator=(const Vm &) = delete;
 
     bool copies;                    /**< arrays are copied out, not pinned */
     const Array *refused = nullptr; /**< its elements cannot be had */
