@@ -4,7 +4,6 @@ import static org.junit.jupiter.api.Assertions.assertEquals;
 
 import java.io.IOException;
 import java.lang.reflect.Field;
-import java.lang.reflect.Method;
 import java.lang.reflect.Modifier;
 import java.nio.file.Files;
 import java.nio.file.Path;
@@ -25,9 +24,7 @@ class PartnersTest {
     private static final Path SOURCES = Path.of(System.getProperty("accsym.sources"));
 
     static List<Field> instanceFields(Class<?> type) {
-        return Arrays.stream(type.getDeclaredFields())
-                .filter(field -> !Modifier.isStatic(field.getModifiers()))
-                .toList();
+        return Arrays.stream(type.getDeclaredFields()).filter(field -> !Modifier.isStatic(field.getModifiers())).toList();
     }
 
     private static String source(String path) throws IOException {
@@ -41,9 +38,7 @@ class PartnersTest {
     private static Set<String> exported() throws IOException {
         String library = System.getProperty("accsym.library");
         Process nm = new ProcessBuilder("nm", "-D", "--defined-only", library).start();
-        return nm.inputReader().lines()
-                .map(line -> line.replaceAll(".* |@.*", ""))
-                .collect(Collectors.toSet());
+        return nm.inputReader().lines().map(line -> line.replaceAll(".* |@.*", "")).collect(Collectors.toSet());
     }
 
     /** Field name and type of a C record, "int" or "byte[]"; of the list boxes one each. */
@@ -65,8 +60,7 @@ class PartnersTest {
 
     @Test
     void fieldsOfTheRecordsMatch() throws IOException {
-        Map<String, Class<?>> classes =
-                Map.of("Accdata", ZikSymAccdata.class, "ListBox", ZikSymListBox.class);
+        Map<String, Class<?>> classes = Map.of("Accdata", ZikSymAccdata.class, "ListBox", ZikSymListBox.class);
         Set<String> functions = new TreeSet<>();
         for (Map.Entry<String, Class<?>> entry : classes.entrySet()) {
             String record = entry.getKey();
@@ -81,27 +75,21 @@ class PartnersTest {
             assertEquals(recordFields(record), fields);
         }
         assertEquals(60, functions.size());
-        Set<String> ofSingleFields = exported().stream()
-                .filter(name -> name.matches("jni_[GS]et(?!All_|ListBox_).*"))
-                .collect(Collectors.toCollection(TreeSet::new));
-        assertEquals(functions, ofSingleFields);
+        Set<String> exported = exported();
+        exported.removeIf(name -> !name.matches("jni_[GS]et(?!All_|ListBox_).*"));
+        assertEquals(functions, exported);
     }
 
     @Test
     void nativeMethodsMatch() throws IOException {
-        Set<String> methods = Stream
-                .of(ZikSymAccdata.class, ZikSymListBox.class, ZikSym.class, ZikNative.class)
+        Set<String> methods = Stream.of(ZikSymAccdata.class, ZikSymListBox.class, ZikSym.class, ZikNative.class)
                 .flatMap(type -> Arrays.stream(type.getDeclaredMethods()))
                 .filter(method -> Modifier.isNative(method.getModifiers()))
-                .map(PartnersTest::nativeName)
+                .map(method -> "Java_" + method.getDeclaringClass().getName().replace('.', '_') + "_" + method.getName())
                 .collect(Collectors.toSet());
         Set<String> natives = exported();
         natives.removeIf(name -> !name.startsWith("Java_"));
         assertEquals(methods, natives);
-    }
-
-    private static String nativeName(Method method) {
-        return "Java_" + method.getDeclaringClass().getName().replace('.', '_') + "_" + method.getName();
     }
 
     @Test
@@ -121,9 +109,7 @@ class PartnersTest {
                 "LB_ITEMINFO", list.lpchLBItemInfo.length)), sizes);
 
         List<Integer> codes = matches("ACC_VKEY_\\w+ = (\\d+)", header).stream()
-                .map(code -> Integer.valueOf(code.group(1)))
-                .sorted()
-                .toList();
+                .map(code -> Integer.valueOf(code.group(1))).sorted().toList();
         assertEquals(codes, Arrays.stream(Command.values()).map(Command::code).sorted().toList());
     }
 

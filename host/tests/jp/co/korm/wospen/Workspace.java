@@ -81,10 +81,6 @@ final class Workspace implements AutoCloseable {
         return Arrays.copyOf(text, text.length + 2);
     }
 
-    static Stream<ZikSymListBox> listBoxes(ZikSymAccdata record) {
-        return Stream.of(record.tListBox);
-    }
-
     @Override
     public void close() {
         try (Stream<Path> files = Files.walk(directory)) {
