@@ -56,4 +56,17 @@ Directories default_directories() {
     return {program, own, own};
 }
 
+bool provide_own_sets(const Directories &directories) {
+    const fs::path sets = fs::path(directories.program) / "sets";
+    std::error_code error;
+    if (!fs::is_directory(sets, error) || fs::exists(directories.common, error)) return false;
+    fs::create_directories(directories.common, error);
+    for (const fs::directory_entry &set : fs::directory_iterator(sets, error)) {
+        const fs::path own = fs::path(directories.common) / set.path().filename();
+        if (error || !fs::copy_file(set.path(), own, error)) return false;
+        fs::permissions(own, fs::perms::owner_write, fs::perm_options::add, error);
+    }
+    return !error;
+}
+
 } // namespace kigou

@@ -19,6 +19,15 @@ struct Directories {
  */
 Directories default_directories();
 
+/**
+ * Makes the common directory, when there is none yet, with copies of the installed sets
+ * that a person may change ("sets" in the program directory): the library opens any set
+ * but the standard one for update, which an installed file does not allow.
+ * @return true when it was made; without such sets, or where it cannot be made, nothing
+ *         happens
+ */
+bool provide_own_sets(const Directories &directories);
+
 } // namespace kigou
 
 #endif

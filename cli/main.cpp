@@ -78,6 +78,11 @@ Status run(int argc, char **argv) {
         complain("'kigou --help' shows the commands, 'kigou COMMAND --help' their options");
         return Status::failed;
     }
+    const Directories &directories = invocation.context.directories;
+    if (provide_own_sets(directories)) {
+        complain("made " + directories.common +
+                 " for your own sets, with copies of the installed ones");
+    }
     return invocation.body(invocation.context);
 }
 

@@ -198,6 +198,20 @@ TEST_F(Kigou, says_what_to_do_when_a_file_cannot_be_opened) {
     EXPECT_EQ(run({"files"}, "/dev/full").status, 2) << "a full disk goes unnoticed";
 }
 
+TEST_F(Kigou, begins_a_person_s_own_directory_with_copies_that_can_be_written) {
+    fs::remove(folder / "common");
+    EXPECT_EQ(run({"files"}).err.find("made"), std::string::npos) << "nothing to copy";
+    fs::create_directory(folder / "prog/sets");
+    write("prog/sets/rei.kig", "例", {{{"矢印", ""}}});
+    chmod((folder / "prog/sets/rei.kig").c_str(), 0444);
+    const Outcome first = run({"put", "例/矢印", "→"});
+    EXPECT_EQ(first.status, 0) << first.err;
+    EXPECT_EQ(first.err, "kigou: made " + (folder / "common").string() + " for your own sets, with copies of the installed ones\n");
+    EXPECT_EQ(run({"list", "例/矢印"}).out, "例／矢印\n→\n");
+    fs::remove(folder / "common/rei.kig"); // and once it is there it is a person's own
+    EXPECT_EQ(run({"files"}).out, "");
+}
+
 TEST_F(Kigou, shows_the_rest_of_a_file_with_a_title_it_cannot_read) {
     write("prog/orphan.kig", "孤", {{{"親／子", "☆\n"}}, {{"他", "★\n"}}});
     const std::string complaint =
