@@ -18,8 +18,7 @@ Sjis sjis_of_cell(int row, int cell) {
 
 std::string shown(const Sjis &bytes) {
     std::string text;
-    for (const unsigned char byte : bytes)
-        text += "0123456789ABCDEF"[byte >> 4], text += "0123456789ABCDEF"[byte & 15];
+    for (const unsigned char byte : bytes) text += "0123456789ABCDEF"[byte >> 4], text += "0123456789ABCDEF"[byte & 15];
     return text;
 }
 
