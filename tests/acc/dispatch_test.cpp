@@ -56,39 +56,19 @@ TEST(dispatcher, refuses_null_strings_with_message_4) {
     }
 }
 
-TEST(messages, are_the_fixed_texts) {
-    const char *const errors[] = {"記号ファイルが存在しません。",
-                                  "ファイルのオープンに失敗しました。",
-                                  "引数エラー",
-                                  "詳細情報はありません。",
-                                  "メモリが割り当てられていません。",
-                                  "ファイルが開いています。",
-                                  "記号ファイルではありません。",
-                                  "ファイルの読み込みに失敗しました。",
-                                  "ファイルの書き込みに失敗しました。",
-                                  "リストボックスのメモリが足りません。",
-                                  "ファイルが開いていません。",
-                                  "メモリの確保に失敗しました。",
-                                  "記号タイトルが既に存在します。",
-                                  "入力エラーです。",
-                                  "親タイトルは削除できません。",
-                                  "親タイトルには登録できません。",
-                                  "記号ファイルのコンバートに失敗しました。",
-                                  "標準の記号での保存はできません。",
-                                  "記号ファイルが既に存在します。",
-                                  "標準の記号は削除できません。"};
+// The texts themselves show where they are raised; kigou's table holds all twenty.
+TEST(messages, fit_their_slots_and_answer_a_wrong_number_with_none) {
     unsigned char buffer[80];
-    for (int i = 0; i < 20; ++i) {
-        EXPECT_EQ(ACC_Sym_SetErrMsgProc(i, buffer), to_sjis(errors[i]).size());
-        EXPECT_EQ(to_utf8(text(buffer)), errors[i]);
+    const std::pair<int, const char *> errors[] = {
+        {2, "引数エラー"}, {3, "詳細情報はありません。"}, {16, "記号ファイルのコンバートに失敗しました。"}, {-1, ""}, {20, ""}};
+    for (const auto &[index, expected] : errors) {
+        EXPECT_EQ(ACC_Sym_SetErrMsgProc(index, buffer), to_sjis(expected).size());
+        EXPECT_EQ(to_utf8(text(buffer)), expected);
     }
-    EXPECT_EQ(ACC_Sym_SetStsMsgProc(0, buffer), 18);
-    EXPECT_EQ(to_utf8(text(buffer)), "候補の終わりです。");
-    EXPECT_EQ(ACC_Sym_SetStsMsgProc(1, buffer), 18);
-    EXPECT_EQ(to_utf8(text(buffer)), "候補はありません。");
-    for (const int index : {-1, 20}) {
-        EXPECT_EQ(ACC_Sym_SetErrMsgProc(index, buffer), 0);
-        EXPECT_EQ(buffer[0], 0);
+    const std::pair<int, const char *> statuses[] = {{0, "候補の終わりです。"}, {1, "候補はありません。"}, {2, ""}};
+    for (const auto &[index, expected] : statuses) {
+        EXPECT_EQ(ACC_Sym_SetStsMsgProc(index, buffer), to_sjis(expected).size());
+        EXPECT_EQ(to_utf8(text(buffer)), expected);
     }
 }
 

@@ -150,7 +150,8 @@ TEST(Codes, numbers_of_a_character) {
         const auto [row, column] = cell;
         if (row >= 94) break;
         char expected[64];
-        std::snprintf(expected, sizeof expected, "%02X%02X %02d%02d", row + 0x21U, column + 0x21U, row + 1, column + 1);
+        std::snprintf(expected, sizeof expected, "%02X%02X %02d%02d", static_cast<unsigned>(row) + 0x21U,
+                      static_cast<unsigned>(column) + 0x21U, row + 1, column + 1);
         ASSERT_EQ(numbers(code), expected) << code;
     }
     // Codes that are no character.

@@ -178,18 +178,6 @@ TEST(save, leaves_a_file_alone_whose_directory_or_self_cannot_be_written) {
     EXPECT_EQ(names_in(e.ws.common), Names{"a.kig"});
 }
 
-TEST(save, cuts_no_text_at_the_size_of_a_piece) {
-    for (const std::size_t size : {1023u, 1024u, 1025u, 2048u, 65536u, 65537u}) {
-        const std::string start = symbol_file("例", block("A")).substr(0, symbol_file("例", block("A")).size() - 41);
-        std::string file = start;
-        while (file.size() + 42 <= size) file += "\n";
-        file += hyphens + "\n";
-        Editing e(file);
-        EXPECT_EQ(e.save("例"), 1);
-        EXPECT_EQ(read_file(e.ws.common / "a.kig"), file) << file.size();
-    }
-}
-
 TEST(delete_file, removes_the_file_of_a_title_and_nothing_else) {
     Editing e(worked_example());
     write_file(e.ws.common / "other.kig", symbol_file("他"));

@@ -43,30 +43,6 @@ TEST(file_title, is_what_follows_the_first_name_header) {
     }
 }
 
-TEST(hyphen_runs, are_measured_from_a_position) {
-    const std::string h39(39, '-'), h40(40, '-'), h41(41, '-');
-    const struct {
-        const char *name;
-        std::string text;
-        unsigned pos;
-        HyphenMode mode;
-        unsigned expected;
-    } cases[] = {
-        {"line", h40 + "\r\nx", 0, HyphenMode::skip_line, 42},
-        {"longer line", h41 + "\r\nx", 0, HyphenMode::skip_line, 43},
-        {"shorter runs are passed over", h39 + "x" + h40 + "\r\nx", 0, HyphenMode::skip_line, 82},
-        {"the two bytes are not examined", h40 + "abc", 0, HyphenMode::skip_line, 42},
-        {"line end cut off", h40 + "\r", 0, HyphenMode::skip_line, 41},
-        {"none", h39 + "\r\n", 0, HyphenMode::skip_line, 41},
-        {"behind the end", h40, 40, HyphenMode::skip_line, 0},
-        {"run", "a" + h39 + "b", 1, HyphenMode::run_length, 39},
-        {"run at the end", "a" + h41, 3, HyphenMode::run_length, 39},
-    };
-    for (const auto &c : cases) {
-        EXPECT_EQ(SymHaifunSkipProc(view(c.text), c.pos, c.mode), c.expected) << c.name;
-    }
-}
-
 /** Blocks of a text as "level path title units/symbols [data]", one a line. */
 std::string walked(const std::string &text) {
     Range title;
