@@ -218,7 +218,7 @@ void import_old_file(Edit &edit, const Title &file, const Sjis &bytes, OldFile &
     }
 }
 
-std::string without_mark(std::string text) {
+std::string without_mark(const std::string &text) {
     return text.starts_with("\xEF\xBB\xBF") ? text.substr(3) : text;
 }
 

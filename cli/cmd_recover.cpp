@@ -84,7 +84,7 @@ std::string write_to_common(const Directories &directories, const Sjis &bytes) {
     for (int number = 0; number < 10000000; ++number) {
         std::array<char, 16> name{};
         std::snprintf(name.data(), name.size(), "@%07d.kig", number);
-        const std::string path = (std::filesystem::path(directories.common) / name.data()).string();
+        std::string path = (std::filesystem::path(directories.common) / name.data()).string();
         if (write_new(path, bytes)) return path;
     }
     throw Failure(Status::failed, "no name is free in " + directories.common);
