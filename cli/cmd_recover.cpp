@@ -82,7 +82,7 @@ bool write_new(const std::string &path, const Sjis &bytes) {
 std::string write_to_common(const Directories &directories, const Sjis &bytes) {
     make_common_directory(directories);
     for (int number = 0; number < 10000000; ++number) {
-        std::array<char, 16> name{};
+        std::array<char, 24> name{};
         std::snprintf(name.data(), name.size(), "@%07d.kig", number);
         std::string path = (std::filesystem::path(directories.common) / name.data()).string();
         if (write_new(path, bytes)) return path;
