@@ -6,7 +6,7 @@
 #include "record/cursor.h"
 #include "record/item_list.h"
 #include "record/message.h"
-#include "sym/engine.h"
+#include "sym/current_title.h"
 
 namespace acc {
 namespace {
@@ -61,10 +61,6 @@ Fill SymSetDataPosSub(ListBox &list, const unsigned char *path) {
     return titles == Fill::done ? SymGetIndexData(list, node) : titles;
 }
 
-void set_level(ListBox &list, const unsigned char *path) {
-    std::memmove(list.lpchLBLevel, path, static_cast<std::size_t>(CM_lstrlen(path)) + 1);
-}
-
 } // namespace
 } // namespace acc
 
@@ -80,7 +76,7 @@ int SYM_SetDataPos(Accdata *record, const unsigned char *path) {
     const acc::Records records = acc::open_records();
     if (static_cast<unsigned>(CM_lstrlen(path)) > acc::max_path) return ACC_RET_NOTFOUND;
     if (records.size() <= 1) {
-        acc::set_level(*list, path);
+        acc::show_path(*list, path);
         return ACC_RET_ERROR;
     }
     const int number = acc::SymGetIndex2(records, path);
@@ -88,7 +84,7 @@ int SYM_SetDataPos(Accdata *record, const unsigned char *path) {
     const std::uint16_t level = records[static_cast<std::size_t>(number)].usLevel;
     if (level > ACC_LISTBOX_MAX) return ACC_RET_NOTFOUND;
     record->wCurrentList = level;
-    acc::set_level(*acc::current_list(record), path);
+    acc::show_path(*acc::current_list(record), path);
     return SYM_Reflesh(record);
 }
 
