@@ -2,7 +2,6 @@
 
 namespace acc {
 
-unsigned char m_ucSymName[256];
 TempIndex m_tTempIndex;
 TempInfo *m_lptTempInfo;
 unsigned char *m_lpucChildFlags;

@@ -1,8 +1,8 @@
 // What the engine keeps between two commands: the open file, its index, the directories,
 // the list geometry and the edit flag. One process, one open file.
 //
-// A symbol file is open exactly while g_tAccFile[1].hFile is not 0; then m_ucSymName,
-// m_tTempIndex, m_lptTempInfo and m_lpucChildFlags describe it and belong together.
+// A symbol file is open exactly while g_tAccFile[1].hFile is not 0; then m_tTempIndex,
+// m_lptTempInfo and m_lpucChildFlags describe it and belong together.
 #ifndef ACCSYM_SYM_ENGINE_H
 #define ACCSYM_SYM_ENGINE_H
 
@@ -12,7 +12,6 @@
 
 namespace acc {
 
-extern unsigned char m_ucSymName[256];  // file title
 extern TempIndex m_tTempIndex;          // header of the working temp file
 extern TempInfo *m_lptTempInfo;         // its records
 extern unsigned char *m_lpucChildFlags; // per record: has it child titles?
@@ -28,6 +27,11 @@ extern unsigned short m_usLBItemNumMax; // items per page
 
 inline bool is_file_open() {
     return g_tAccFile[1].hFile != 0;
+}
+
+/** The open file's title. */
+inline const unsigned char *open_title() {
+    return m_lptTempInfo[0].ucTitle;
 }
 
 /** The records of the open file; empty when none is open. */

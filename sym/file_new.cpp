@@ -18,7 +18,7 @@ bool write_new_file(const TempIndex &header, const TempInfo &file) {
         std::snprintf(reinterpret_cast<char *>(text), sizeof text, "%s\r\n%s%s\r\n",
                       reinterpret_cast<const char *>(m_ucSymHeader.data()),
                       reinterpret_cast<const char *>(m_ucSymNameHeader.data()),
-                      reinterpret_cast<const char *>(m_ucSymName));
+                      reinterpret_cast<const char *>(file.ucTitle));
     const int handle = g_tAccFile[1].hFile;
     const auto write = [handle](const void *bytes, int count) {
         return CM_write(handle, count, bytes) == count;
@@ -47,7 +47,6 @@ int SYM_FileNewProc(Accdata *record) {
     auto flags = acc::HeapBlock<unsigned char>::allocate(1); // no child titles
     if (!file || !flags) return -1;
     if (acc::SymTempOpenProc(record) != ACC_RET_OK) return ACC_RET_ERROR;
-    CM_strcpy(acc::m_ucSymName, title);
     file->ulTitlePos = acc::title_offset_as_written;
     file->usBlockNo = 1;
     file->usLevel = 1;
@@ -65,6 +64,6 @@ int SYM_FileNewProc(Accdata *record) {
     record->wCurrentList = 1;
     acc::empty_list(record->tListBox[0]);
     acc::show_path(record->tListBox[0], title);
-    SYM_SetDataPos(record, acc::m_ucSymName);
+    SYM_SetDataPos(record, acc::open_title());
     return ACC_RET_OK;
 }

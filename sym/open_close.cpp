@@ -76,8 +76,6 @@ int develop_file(Accdata *record, const unsigned char *path) {
         case Develop::done:
             break;
     }
-    CM_strncpy(m_ucSymName, text.bytes.get() + text.title.offset,
-               static_cast<short>(text.title.length));
     return ACC_RET_OK;
 }
 
@@ -97,7 +95,7 @@ int open_entry(Accdata *record, const unsigned char *path) {
     if (const int result = develop_file(record, path); result != ACC_RET_OK) return result;
     if (!load_index()) return fail(record, Message::reading_failed);
     record->wCurrentList = 1;
-    if (SYM_SetDataPos(record, m_ucSymName) == ACC_RET_NOTFOUND) {
+    if (SYM_SetDataPos(record, open_title()) == ACC_RET_NOTFOUND) {
         return fail(record, Message::reading_failed);
     }
     return ACC_RET_OK;

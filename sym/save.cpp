@@ -55,7 +55,8 @@ int save_new(Accdata *record, int number, std::span<const unsigned char> bytes) 
         if (result != SaveResult::taken) break;
     }
     if (result == SaveResult::saved) {
-        SymMemTableMakeProc(path, {m_ucSymName, static_cast<std::size_t>(CM_lstrlen(m_ucSymName))});
+        SymMemTableMakeProc(path,
+                            {open_title(), static_cast<std::size_t>(CM_lstrlen(open_title()))});
     }
     return result_of(record, result);
 }

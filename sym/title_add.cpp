@@ -13,7 +13,7 @@ namespace {
 /** Fills the record of a new block that begins at that offset. */
 void describe_new_block(std::span<TempInfo> records, std::size_t index, std::uint32_t offset,
                         const unsigned char *title, const unsigned char *path) {
-    const std::size_t file_title_bytes = static_cast<std::size_t>(CM_lstrlen(m_ucSymName));
+    const std::size_t file_title_bytes = static_cast<std::size_t>(CM_lstrlen(open_title()));
     TempInfo &block = records[index];
     block = {};
     CM_strcpy(block.ucTitle, title);
@@ -61,7 +61,7 @@ int SYM_TitleAdd(Accdata *record) {
     rewrite.insert_record(index);
     acc::describe_new_block(rewrite.records(), index, offset, title, path);
     const unsigned char *in_brackets = acc::title_path(
-        rewrite.records()[index], static_cast<std::size_t>(CM_lstrlen(acc::m_ucSymName)));
+        rewrite.records()[index], static_cast<std::size_t>(CM_lstrlen(acc::open_title())));
     acc::move_blocks(rewrite.records().subspan(index + 1),
                      acc::block_bytes(static_cast<std::uint32_t>(CM_lstrlen(in_brackets)), 0));
 

@@ -130,7 +130,6 @@ int SymMainTitleChg(Accdata *record) {
     rewrite.skip_to(old.ulTitlePos + length(old.ucTitle));
     rewrite.copy_rest();
     if (rewrite.install() != ACC_RET_OK) return ACC_RET_ERROR;
-    CM_strcpy(m_ucSymName, title);
     show_path(record->tListBox[0], title);
     return ACC_RET_OK;
 }

@@ -36,7 +36,7 @@ std::string random_file(Random &random) {
     std::string blocks = below(random, 4) == 0 ? "remark\n" : "";
     for (std::size_t i = below(random, 9); i > 0; --i) {
         if (below(random, 6) == 0) blocks += "\nbetween\n";
-        if (below(random, 8) == 0) blocks += "［x］"; // a second bracket on the line
+        if (below(random, 8) == 0) blocks += "［x／y］"; // a second bracket on the line: a level more
         std::string one = block(random_path(random), random_data(random, "\n"));
         if (below(random, 8) == 0) one.insert(one.find('\n') + 1, "note\n");
         if (below(random, 8) == 0) one.insert(one.size() - 1, "---");

@@ -102,6 +102,8 @@ TEST(edits, of_the_file_title_move_every_path) {
     EXPECT_EQ(e.text(), head("新しい題") + b("A", "→\r\n") + b("A／X"));
     EXPECT_EQ(e.host.shown(1), "1: 新しい題／A<3>");
     EXPECT_EQ(to_utf8(text(e.host.list(1).lpchLBLevel)), "新しい題");
+    EXPECT_EQ(e.edit(add, "B"), 1);
+    EXPECT_EQ(e.text(), head("新しい題") + b("A", "→\r\n") + b("A／X") + b("B"));
     EXPECT_EQ(e.edit(change, "新しい題"), 1); // the same again: nothing to do
     EXPECT_EQ(e.host.message(), exists);
     e.focus("新しい題／A／X");
@@ -130,6 +132,7 @@ TEST(edits, refuse_what_they_cannot_keep) {
         {"path of 514 bytes", long_file, "例／" + a255, add, std::string(253, 'c'), ""},
         {"path of 515 bytes", long_file, "例／" + a255, add, std::string(254, 'c'), input_error},
         {"path below grows to 515", long_file, "例／" + a255, change, std::string(255, 'd') + "eeeeeeeeeeeeeee", input_error},
+        {"own path grows to 515", long_file, "例／" + a255 + "／" + std::string(240, 'b'), change, std::string(254, 'd'), input_error},
         {"file title carries a path to 514", long_file, "例", change, std::string(15, 'f'), ""},
         {"file title carries a path past it", long_file, "例", change, std::string(16, 'f'), input_error},
         {"file title of 256 bytes", "", "例", change, a256, input_error},
