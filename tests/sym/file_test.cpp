@@ -1,8 +1,11 @@
 // Creating, saving and deleting symbol files.
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
+
+#include <csignal>
 
 #include "support/editing.h"
 #include "support/faults.h"
@@ -176,6 +179,35 @@ TEST(save, leaves_a_file_alone_whose_directory_or_self_cannot_be_written) {
     EXPECT_EQ(save_as_nobody(), 0);
     EXPECT_EQ(read_file(e.ws.common / "a.kig"), worked_example());
     EXPECT_EQ(names_in(e.ws.common), Names{"a.kig"});
+}
+
+// No file may grow: what is buffered fails when it is flushed, and not before.
+TEST(full_disk, shows_in_every_command_that_writes) {
+    Editing e(worked_example());
+    e.focus("例／矢印");
+    const std::string before = e.text();
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit kept;
+    getrlimit(RLIMIT_FSIZE, &kept);
+    const rlimit none = {10, kept.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &none);
+    const int edited = e.edit(ACC_VKEY_DATA_REGISTER, "☆");
+    const std::string edit_message = e.host.message();
+    const int saved = e.save("例");
+    e.host.close();
+    const int made = e.edit(new_file, "新");
+    const int opened = e.host.open("例");
+    const std::string open_message = e.host.message();
+    setrlimit(RLIMIT_FSIZE, &kept);
+    EXPECT_EQ(edited, 2);
+    EXPECT_EQ(edit_message, "ファイルの書き込みに失敗しました。");
+    EXPECT_EQ(saved, -1);
+    EXPECT_EQ(made, 0);
+    EXPECT_EQ(opened, 0);
+    EXPECT_EQ(open_message, "ファイルの書き込みに失敗しました。");
+    EXPECT_EQ(names_in(e.ws.common), Names{"a.kig"});
+    ASSERT_EQ(e.host.open("例"), 1);
+    EXPECT_EQ(e.text(), before);
 }
 
 TEST(delete_file, removes_the_file_of_a_title_and_nothing_else) {

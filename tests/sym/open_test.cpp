@@ -239,6 +239,7 @@ TEST(open, reads_a_file_cut_at_any_byte_or_refuses_it) {
         if (result != 1) {
             EXPECT_EQ(host.message(), no_file) << cut; // such a file has no such title
         } else {
+            blocks_of(read_temp()); // closed, and described as it is now
             for (const TempInfo &record : read_temp().records) {
                 EXPECT_EQ(host.position(to_utf8(text(record.ucPath))), read_temp().records.size() > 1 ? 1 : 0) << cut;
             }
