@@ -12,24 +12,42 @@ namespace acc {
 namespace {
 
 /**
- * Reads a file from where it stands to its end.
- * @return the bytes with a NUL behind them; empty when there is no memory or a read failed
+ * Reads a file from where it stands to its end, through its handle alone: somebody who
+ * tidies the temp directory may have removed its name.
+ *
+ * @param length  set to the bytes read
+ * @return        the bytes with a NUL behind them; empty when there is no memory or a read
+ *                failed
  */
-HeapBlock<unsigned char> SymFileEndRead(const AccFile &file) {
-    const int size = CM_stat(file.ucFullName);
-    auto bytes = HeapBlock<unsigned char>::allocate(static_cast<unsigned>(size) + 1);
-    if (!bytes) return {};
-    CM_read(file.hFile, size, bytes.get());
-    if (stream_failed(file.hFile)) return {};
+HeapBlock<unsigned char> SymFileEndRead(const AccFile &file, unsigned &length) {
+    unsigned room = 64 * 1024;
+    auto bytes = HeapBlock<unsigned char>::allocate(room + 1);
+    length = 0;
+    while (bytes) {
+        const int wanted = static_cast<int>(room - length);
+        length += static_cast<unsigned>(CM_read(file.hFile, wanted, bytes.get() + length));
+        if (stream_failed(file.hFile)) return {};
+        if (length < room) return bytes;
+        void *larger = CM_realloc(bytes.get(), room + 1, 2 * room + 1);
+        if (!larger) return {};
+        static_cast<void>(bytes.release()); // CM_realloc has freed it
+        bytes.reset(static_cast<unsigned char *>(larger));
+        room *= 2;
+    }
     return bytes;
 }
 
-/** The open file's text in the disk form; empty as above. */
+/** The open file's text in the disk form; empty as above, or when the temp file was cut. */
 HeapBlock<unsigned char> disk_form() {
     const AccFile &temp = g_tAccFile[1];
     if (CM_seek(temp.hFile, static_cast<int>(m_tTempIndex.ulTextPos), 0) != 0) return {};
-    const auto text = SymFileEndRead(temp);
-    return HeapBlock<unsigned char>(text ? CM_sjis2euc(text.get()) : nullptr);
+    unsigned length;
+    const auto text = SymFileEndRead(temp, length);
+    const TempInfo &last = open_records().back();
+    if (!text || length < title_offset_as_written || length < last.ulDataPos + 2 * last.ulDataLen) {
+        return {};
+    }
+    return HeapBlock<unsigned char>(CM_sjis2euc(text.get()));
 }
 
 int result_of(Accdata *record, SaveResult result) {

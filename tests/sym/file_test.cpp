@@ -135,6 +135,23 @@ TEST(save, follows_links_and_keeps_the_mode) {
     EXPECT_EQ(status.st_mode & 07777, 0666u & ~mask);
 }
 
+// Somebody tidies the temp directory while a file is open.
+TEST(save, needs_no_name_of_the_temp_file_and_takes_no_cut_one) {
+    std::string symbols;
+    for (int i = 0; i < 60000; ++i) symbols += "☆";
+    const std::string file = symbol_file("例", block("A", symbols + "\n"));
+    Editing e(file);
+    fs::remove(text(g_tAccFile[1].ucFullName));
+    EXPECT_EQ(e.save("例"), 1);
+    EXPECT_EQ(read_file(e.ws.common / "a.kig"), file);
+    e.host.close();
+    ASSERT_EQ(e.host.open("例"), 1);
+    fs::resize_file(text(g_tAccFile[1].ucFullName), 40000);
+    EXPECT_EQ(e.save("例"), 0);
+    EXPECT_EQ(e.host.message(), "メモリの確保に失敗しました。");
+    EXPECT_EQ(read_file(e.ws.common / "a.kig"), file);
+}
+
 TEST(save, answers_what_it_cannot_do) {
     Editing e(worked_example());
     const std::string before = read_file(e.ws.common / "a.kig");
