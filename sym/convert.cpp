@@ -60,7 +60,6 @@ struct Contents {
     HeapBlock<unsigned char> bytes; // with a NUL behind them; empty when it cannot be read
     std::uint32_t length = 0;
     explicit operator bool() const { return static_cast<bool>(bytes); }
-    Text text() const { return {bytes.get(), length}; }
 };
 
 Contents read_whole(const unsigned char *path) {

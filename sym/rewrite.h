@@ -1,7 +1,7 @@
 // The one mechanism behind every edit: a changed copy of the index and a new temp file,
 // built from pieces of the old text and a few new bytes, installed together at the end.
 //
-// Life: construct; change header() and records(); begin(); any number of pieces, whose
+// Life: construct; change records(); begin(); any number of pieces, whose
 // failure is remembered; then exactly one install(). A rewrite that is not installed, for
 // whatever reason, removes its temp file and leaves the open file, its index and its temp
 // file as they were.
