@@ -34,13 +34,6 @@ int move_page(Accdata *record, bool (*move)(ListBox &)) {
     return result;
 }
 
-/** The current item of the current list when it is of that kind, else -1. */
-int current_item_of_kind(const ListBox *list, int kind) {
-    if (!list) return -1;
-    const int index = acc::current_item(*list);
-    return index >= 0 && (list->lpchLBListInfo[index] & kind) ? index : -1;
-}
-
 unsigned short first_two_bytes(const unsigned char *bytes) {
     return static_cast<unsigned short>(bytes[0] << 8 | bytes[1]);
 }
@@ -65,8 +58,9 @@ int ACC_Sym_BeforeBlockProc(Accdata *record) {
 
 int ACC_Sym_RightItemProc(Accdata *record) {
     const ListBox *list = acc::current_list(record);
-    const int index = current_item_of_kind(list, LBINFO_TITLE);
-    if (index < 0 || record->wCurrentList == ACC_LISTBOX_MAX) return ACC_RET_NONE;
+    if (!list || record->wCurrentList == ACC_LISTBOX_MAX) return ACC_RET_NONE;
+    const int index = acc::current_item(*list);
+    if (index < 0 || !(list->lpchLBListInfo[index] & LBINFO_TITLE)) return ACC_RET_NONE;
     // A title item carries its full path. It is copied: positioning refills this list.
     const unsigned char *path = acc::item_text(*list, index);
     const std::size_t bytes =
@@ -87,11 +81,11 @@ int ACC_Sym_LeftItemProc(Accdata *record) {
 
 int ACC_Sym_DecisionProc(Accdata *record) {
     const ListBox *list = acc::current_list(record);
-    const int index = current_item_of_kind(list, LBINFO_SYMBOL);
-    if (index < 0) return ACC_RET_NONE;
-    const unsigned char *symbol = acc::item_text(*list, index);
+    const unsigned char *symbol = list ? acc::current_symbol(*list) : nullptr;
+    if (!symbol) return ACC_RET_NONE;
     record->wDataStatus |= ACCDATA_RESULT;
-    if (CM_strcmp(symbol, record->lpchResult) == 0) {
+    // lpchResult is three bytes; a host may have left anything in them.
+    if (std::memcmp(symbol, record->lpchResult, ACC_SIZE_RESULT) == 0) {
         record->wDataUpdate = 0;
         return ACC_RET_OK;
     }

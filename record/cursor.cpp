@@ -1,5 +1,7 @@
 #include "record/cursor.h"
 
+#include <algorithm>
+
 #include "common/acccom.h"
 #include "common/item_header.h"
 
@@ -36,7 +38,15 @@ unsigned short item_number(const ListBox &list, int index) {
 
 unsigned char *item_text(const ListBox &list, int index) {
     unsigned char *item = CM_GetString(list.lpchLBList, index + 1);
-    return item + item_header_bytes(list.cchLBItemHead, item_number(list, index));
+    const unsigned header_bytes = item_header_bytes(list.cchLBItemHead, item_number(list, index));
+    return item + std::min(header_bytes, static_cast<unsigned>(CM_lstrlen(item)));
+}
+
+const unsigned char *current_symbol(const ListBox &list) {
+    const int index = current_item(list);
+    if (index < 0 || !(list.lpchLBListInfo[index] & LBINFO_SYMBOL)) return nullptr;
+    const unsigned char *text = item_text(list, index);
+    return CM_lstrlen(text) == 2 ? text : nullptr;
 }
 
 bool move_to_next_item(ListBox &list) {

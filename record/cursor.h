@@ -27,8 +27,15 @@ int current_item(const ListBox &list);
  */
 unsigned short item_number(const ListBox &list, int index);
 
-/** Text of an item, behind its header; index must be in the list. */
+/**
+ * Text of an item, behind its header; index must be in the list. Of an item that was made
+ * with another header setting than the list now has, it may be more or less than the text,
+ * yet never what stands behind the item.
+ */
 unsigned char *item_text(const ListBox &list, int index);
+
+/** Text of the current item when that is a symbol, two bytes; else null. */
+const unsigned char *current_symbol(const ListBox &list);
 
 /** Each moves the cursor and says whether there was anywhere to move to. */
 bool move_to_next_item(ListBox &list);

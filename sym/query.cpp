@@ -1,4 +1,5 @@
 // What hosts ask about the symbol under the cursor and about the open file.
+#include <algorithm>
 #include <cstdio>
 
 #include "common/acccom.h"
@@ -9,23 +10,23 @@
 
 namespace {
 
-constexpr short kuten_digits = ACC_SIZE_LB_ITEMINFO - 10 - 1;
+constexpr int most_kuten_digits = ACC_SIZE_LB_ITEMINFO - 10 - 1;
 
 } // namespace
 
 int SYM_GetInfo(Accdata *record) {
     ListBox *list = acc::current_list(record);
     if (!list) return ACC_RET_NONE;
-    const int index = acc::current_item(*list);
-    if (index < 0 || !(list->lpchLBListInfo[index] & LBINFO_SYMBOL)) return ACC_RET_NONE;
-    const unsigned char *symbol = acc::item_text(*list, index);
+    const unsigned char *symbol = acc::current_symbol(*list);
+    if (!symbol) return ACC_RET_NONE;
     const auto code = static_cast<unsigned short>(symbol[0] << 8 | symbol[1]);
     unsigned char *info = list->lpchLBItemInfo;
     std::snprintf(reinterpret_cast<char *>(info), 5, "%04X", static_cast<unsigned>(code));
     CM_SjisToJis(code, info + 5);
-    unsigned char kuten[16]; // a code far outside JIS X 0208 has more digits than the buffer
-    CM_SjisToKuten(code, kuten);
-    CM_strncpy(info + 10, kuten, kuten_digits);
+    unsigned char kuten[16];
+    const int digits = CM_SjisToKuten(code, kuten);
+    // A code far outside JIS X 0208 has more digits than there is room for.
+    CM_strncpy(info + 10, kuten, static_cast<short>(std::min(digits, most_kuten_digits)));
     list->cchLBItemInfoSize = 15;
     return ACC_RET_OK;
 }
