@@ -117,9 +117,9 @@ class Checker {
             file_.symbols += block.symbols;
             end = block.end;
             check_path(block, title.length);
-            if (!block.has_start_line) {
+            if (block.cut == acc::Cut::before_start_line) {
                 find(block.title_line, "unterminated", text_of(block.path) + " has no start line");
-            } else if (!block.has_end_line) {
+            } else if (block.cut != acc::Cut::nowhere && block.cut != acc::Cut::in_end_line) {
                 find(block.title_line, "unterminated", text_of(block.path) + " has no end line");
             }
             check_data(block);

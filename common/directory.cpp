@@ -1,8 +1,8 @@
 #include "common/directory.h"
 
 #include <dirent.h>
-#include <sys/stat.h>
-#include <unistd.h>
+
+#include <cerrno>
 
 #include "common/faults.h"
 
@@ -17,17 +17,11 @@ DirectoryListing::~DirectoryListing() {
 }
 
 const unsigned char *DirectoryListing::next() {
-    const dirent *entry = readdir(static_cast<DIR *>(stream_));
+    errno = 0;
+    const dirent *entry =
+        fault_hits(Operation::directory) ? nullptr : readdir(static_cast<DIR *>(stream_));
+    failed_ = entry == nullptr && errno != 0;
     return entry ? reinterpret_cast<const unsigned char *>(entry->d_name) : nullptr;
-}
-
-bool is_regular_file(const unsigned char *path) {
-    struct stat status;
-    return stat(reinterpret_cast<const char *>(path), &status) == 0 && S_ISREG(status.st_mode);
-}
-
-bool may_be_read(const unsigned char *path) {
-    return access(reinterpret_cast<const char *>(path), R_OK) == 0;
 }
 
 } // namespace acc

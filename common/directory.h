@@ -1,5 +1,4 @@
-// Listing a directory, and telling a regular file from what would block or mislead a
-// reader (a pipe, a directory).
+// Listing a directory.
 #ifndef ACCSYM_COMMON_DIRECTORY_H
 #define ACCSYM_COMMON_DIRECTORY_H
 
@@ -8,7 +7,10 @@ namespace acc {
 /** The names in a directory, in the order in which the system returns them. */
 class DirectoryListing {
   public:
-    /** @param path  NUL-ended; an empty one, like one that cannot be read, gives no listing */
+    /**
+     * @param path  NUL-ended; an empty one, like one that cannot be read, gives no listing and
+     *              leaves the reason in errno
+     */
     explicit DirectoryListing(const unsigned char *path);
     ~DirectoryListing();
     DirectoryListing(const DirectoryListing &) = delete;
@@ -16,18 +18,16 @@ class DirectoryListing {
 
     explicit operator bool() const { return stream_ != nullptr; }
 
-    /** The next name, valid until the next call; null at the end. */
+    /** The next name, valid until the next call; null at the end and when reading fails. */
     const unsigned char *next();
+
+    /** Whether the null of next() was a failure. */
+    bool failed() const { return failed_; }
 
   private:
     void *stream_; // DIR *
+    bool failed_ = false;
 };
-
-/** True for a regular file or a link to one. */
-bool is_regular_file(const unsigned char *path);
-
-/** Whether the permissions of a file or directory let it be read. */
-bool may_be_read(const unsigned char *path);
 
 } // namespace acc
 

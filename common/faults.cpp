@@ -3,6 +3,7 @@
 #ifdef ACC_FAULTS
 
 #include <atomic>
+#include <cerrno>
 
 namespace acc {
 
@@ -18,7 +19,9 @@ void set_fault_hook(bool (*hook)(Operation)) {
 
 bool fault_hits(Operation operation) {
     bool (*const hook)(Operation) = fault_hook.load();
-    return hook != nullptr && hook(operation);
+    if (hook == nullptr || !hook(operation)) return false;
+    errno = operation == Operation::heap ? ENOMEM : EIO;
+    return true;
 }
 
 } // namespace acc

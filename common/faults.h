@@ -10,7 +10,8 @@
 
 namespace acc {
 
-/** What can fail. A close counts as flush, a directory's sync as sync; directory is its listing. */
+/** What can fail. A close counts as flush, a directory's sync as sync; directory is opening a
+ * listing and each step in it. */
 enum class Operation { heap, open, read, write, flush, sync, rename, remove, directory };
 
 #ifdef ACC_FAULTS
@@ -18,7 +19,7 @@ enum class Operation { heap, open, read, write, flush, sync, rename, remove, dir
 /** Installs the function that says whether an operation about to be tried fails; null: never. */
 void set_fault_hook(bool (*hook)(Operation));
 
-/** Whether this operation is to fail. */
+/** Whether this operation is to fail; errno is then set as the system would. */
 bool fault_hits(Operation operation);
 
 #else

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <atomic>
+#include <cerrno>
 
 namespace acc {
 
@@ -33,6 +34,7 @@ int claim_handle(std::FILE *stream) {
         }
     }
     std::fclose(stream);
+    errno = EMFILE;
     return -1;
 }
 

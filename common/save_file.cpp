@@ -51,17 +51,11 @@ class Beside {
 
     explicit operator bool() const { return exists_; }
 
-    /** Gives the file owner and mode of the one it replaces; neither stops a save. */
-    void take_after(const struct stat &status) const {
-        // The owner first: changing it may clear bits of the mode.
-        const bool owned = chown(c_path(name_), status.st_uid, status.st_gid) == 0;
-        chmod(c_path(name_), status.st_mode & (owned ? 07777 : 0777));
-    }
+    int handle() const { return file_.handle(); }
 
     bool write(std::span<const unsigned char> bytes) {
-        const int count = static_cast<int>(bytes.size());
-        return CM_write(file_.handle(), count, bytes.data()) == count &&
-               sync(file_.handle()) == 0 && file_.close() == 0;
+        return write_all(handle(), bytes.data(), bytes.size()) && sync(handle()) == 0 &&
+               file_.close() == 0;
     }
 
     /** Notes that the file has moved to its target, and syncs their directory. */
@@ -90,9 +84,9 @@ SaveResult replace_file(const unsigned char *path, std::span<const unsigned char
         stat(c_path(target), &status) != 0 || !OpenFile(CM_open(target, "r+b"))) {
         return SaveResult::cannot_create;
     }
-    Beside file(target, status.st_mode & 0777);
+    Beside file(target, S_IRUSR | S_IWUSR); // nobody else's before it has its group
     if (!file) return SaveResult::cannot_create;
-    file.take_after(status);
+    take_after(file.handle(), status);
     if (!file.write(bytes) || rename_file(file.name(), target) != 0) {
         return SaveResult::write_failed;
     }

@@ -20,7 +20,9 @@ enum class SaveResult {
  * Replaces an existing file.
  *
  * The bytes go to a new file beside it, are synced, and are renamed over it. A symbolic
- * link is followed, the file's mode is kept, and its owner where the system allows it.
+ * link is followed. The file's mode is kept, and its owner and group as far as the system lets
+ * this process; a saver who can keep neither takes the group's permissions away, which were
+ * meant for another group.
  */
 SaveResult replace_file(const unsigned char *path, std::span<const unsigned char> bytes);
 

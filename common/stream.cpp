@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstring>
 
 #include "common/faults.h"
 #include "common/handle_table.h"
@@ -30,7 +31,25 @@ int handle_of_new_file(int descriptor, const char *path) {
 
 } // namespace
 
-int create_exclusive(unsigned char *name_template) {
+int open_regular(const unsigned char *path, const char *mode) {
+    if (fault_hits(Operation::open)) return -1;
+    // O_NONBLOCK: opening a pipe does not wait for its other end.
+    const int access = std::strcmp(mode, "rb") == 0 ? O_RDONLY : O_RDWR;
+    const int descriptor = open(c_path(path), access | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0) return -1;
+    struct stat status;
+    const bool known = fstat(descriptor, &status) == 0;
+    std::FILE *const stream = known && S_ISREG(status.st_mode) ? fdopen(descriptor, mode) : nullptr;
+    if (stream == nullptr) {
+        const int reason = known && !S_ISREG(status.st_mode) ? EISDIR : errno;
+        close(descriptor);
+        errno = reason;
+        return -1;
+    }
+    return claim_handle(stream);
+}
+
+int create_temporary(unsigned char *name_template) {
     if (fault_hits(Operation::open)) return -1;
     char *const path = reinterpret_cast<char *>(name_template);
     return handle_of_new_file(mkostemp(path, O_CLOEXEC), path);
@@ -40,6 +59,17 @@ int create_new(const unsigned char *path, mode_t mode) {
     if (fault_hits(Operation::open)) return -1;
     const int descriptor = open(c_path(path), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
     return handle_of_new_file(descriptor, c_path(path));
+}
+
+void take_after(int handle, const struct stat &other) {
+    const int descriptor = fileno(stream_of(handle));
+    mode_t mode = other.st_mode & 07777;
+    // The owner first: changing it may clear bits of the mode.
+    if (fchown(descriptor, other.st_uid, other.st_gid) != 0) {
+        mode &= 0777;
+        if (fchown(descriptor, static_cast<uid_t>(-1), other.st_gid) != 0) mode &= ~S_IRWXG;
+    }
+    fchmod(descriptor, mode);
 }
 
 int flush(int handle) {

@@ -6,8 +6,10 @@
 #ifndef ACCSYM_COMMON_STREAM_H
 #define ACCSYM_COMMON_STREAM_H
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
+#include <cstddef>
 #include <utility>
 
 #include "common/acccom.h"
@@ -15,11 +17,19 @@
 namespace acc {
 
 /**
- * Makes a file under a name that did not exist, mode 0600, to be read and written.
+ * Opens a regular file, or a link to one, without ever waiting for it.
+ * @param mode  "rb" or "r+b"
+ * @return      handle; -1 when it cannot be opened or is no regular file, errno then says
+ *              why: EISDIR for what is no regular file
+ */
+int open_regular(const unsigned char *path, const char *mode);
+
+/**
+ * Makes a temp file under a name that did not exist, mode 0600, to be read and written.
  * @param name_template  path ending in "XXXXXX", which the chosen name replaces
  * @return               handle; -1 on failure, then there is no new file
  */
-int create_exclusive(unsigned char *name_template);
+int create_temporary(unsigned char *name_template);
 
 /**
  * Makes a file that must not exist yet, not even as a dangling symbolic link, to be read
@@ -28,6 +38,19 @@ int create_exclusive(unsigned char *name_template);
  * @return      handle; -1 on failure or when the path exists
  */
 int create_new(const unsigned char *path, mode_t mode);
+
+/** Writes bytes as CM_write does. @return whether all were taken */
+inline bool write_all(int handle, const void *bytes, std::size_t count) {
+    return CM_write(handle, static_cast<int>(count), bytes) == static_cast<int>(count);
+}
+
+/**
+ * Gives an open file owner, group and permissions of another one, as far as the system lets
+ * this process: owner and group, or the group alone, or else neither, and then the group
+ * that the file has got is allowed nothing. Bits that say more than permissions (set-user-ID
+ * and the like) are kept with the owner alone.
+ */
+void take_after(int handle, const struct stat &other);
 
 /** Hands buffered bytes to the system. -1: some of them were refused and are lost. */
 int flush(int handle);

@@ -44,13 +44,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     fs::current_path(scratch.root);
     host.record.wCurrentList = 1;
     HOLDS(host.run(ACC_VKEY_FILE_OPEN, title) == ACC_RET_OK);
-    const int free_descriptor = lowest_free_descriptor();
+    const int descriptors = descriptors_in_use();
     const std::string before = working_text();
 
     const int result = host.run(ACC_VKEY_FILE_CONVERT, "old.ini");
     const std::string after = working_text();
     HOLDS(files_in(scratch.files) == 1 && files_in(scratch.temp) == 1);
-    HOLDS(lowest_free_descriptor() == free_descriptor);
+    HOLDS(descriptors_in_use() == descriptors);
     if (result == ACC_RET_ERROR) {
         HOLDS(host.record.cchMessage == 40 && after == before);
     } else {

@@ -108,22 +108,24 @@ unsigned walk(const ListBox &list) {
 using FirstRecords = std::map<std::string, const TempInfo *>;
 
 /** Whether the refresh of that title finds a record for each list up to the first. */
-bool has_ancestors(const FirstRecords &first, const TempInfo &node) {
+bool has_ancestors(const FirstRecords &first, const TempInfo &node, std::size_t title_bytes) {
     std::string path = text(node.ucPath);
     for (int list = node.usLevel; list > 0; --list) {
         if (!first.contains(path)) return false;
-        const auto *bytes = reinterpret_cast<const unsigned char *>(path.c_str());
-        if (const auto *cut = acc::find_last_char(bytes, 0x815E)) {
-            path.resize(static_cast<std::size_t>(cut - bytes));
-        }
+        if (path.size() == title_bytes) continue;
+        const auto *titles =
+            reinterpret_cast<const unsigned char *>(path.c_str()) + title_bytes + 2;
+        const auto *cut = acc::find_last_char(titles, 0x815E);
+        path.resize(cut ? title_bytes + 2 + static_cast<std::size_t>(cut - titles) : title_bytes);
     }
     return true;
 }
 
-void position(CanaryHost &host, const FirstRecords &first, const std::string &path) {
+void position(CanaryHost &host, const FirstRecords &first, const std::string &path,
+              std::size_t title_bytes) {
     const TempInfo &node = *first.at(path);
     const int result = host.run(ACC_VKEY_SET_POSITION, path);
-    HOLDS(result == (has_ancestors(first, node) ? ACC_RET_OK : ACC_RET_ERROR));
+    HOLDS(result == (has_ancestors(first, node, title_bytes) ? ACC_RET_OK : ACC_RET_ERROR));
     HOLDS(host.record.wCurrentList == node.usLevel && text(host.current().lpchLBLevel) == path);
     const unsigned symbols = walk(host.current());
     const bool cut_short = host.record.cchMessage != 0;
@@ -145,7 +147,7 @@ void browse(CanaryHost &host, const TempFile &temp) {
         ACC_VKEY_NEXT_BLOCK,  ACC_VKEY_RIGHT_ITEM, ACC_VKEY_GET_INFO,
         ACC_VKEY_BEFORE_ITEM, ACC_VKEY_LEFT_ITEM,  ACC_VKEY_BEFORE_BLOCK};
     for (std::size_t i = 0; i < titles.size() && i < 24 && temp.records.size() > 1; ++i) {
-        position(host, first, titles[i]);
+        position(host, first, titles[i], titles[0].size());
         for (const int key : keys) {
             const int result = host.run(key);
             HOLDS(result == ACC_RET_OK || result == ACC_RET_NONE || result == ACC_RET_ERROR);
@@ -162,7 +164,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     const std::string input(reinterpret_cast<const char *>(data), size);
     const fs::path path = scratch.files / "input.kig";
     write(path, input);
-    const int free_descriptor = lowest_free_descriptor();
+    const int descriptors = descriptors_in_use();
 
     // A geometry that depends on the input: from none at all to headers wider than a list.
     static constexpr unsigned headers[] = {4, 4, 4, 0, 1, 2, 3, 9, 65535};
@@ -189,7 +191,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         HOLDS(host.run(ACC_VKEY_FILE_CLOSE) == ACC_RET_OK);
     }
     HOLDS(host.run(ACC_VKEY_FILE_CLOSE) == ACC_RET_ERROR);
-    HOLDS(fs::is_empty(scratch.temp) && lowest_free_descriptor() == free_descriptor);
+    HOLDS(fs::is_empty(scratch.temp) && descriptors_in_use() == descriptors);
     HOLDS(content(path) == input);
     return 0;
 }

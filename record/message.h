@@ -21,6 +21,7 @@ enum class Message : int {
     no_file_open = 10,
     out_of_memory = 11,
     title_exists = 12,
+    no_such_title = 12, // the list shows no title of the file; the text is the same
     input_error = 13,
     parent_cannot_be_deleted = 14,
     parent_takes_no_symbols = 15,

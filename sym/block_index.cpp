@@ -14,40 +14,29 @@ std::string_view view(const unsigned char *path) {
     return std::string_view(reinterpret_cast<const char *>(path));
 }
 
-std::size_t common_length(std::string_view a, std::string_view b) {
-    const std::size_t shorter = std::min(a.size(), b.size());
-    return static_cast<std::size_t>(
-        std::mismatch(a.begin(), a.begin() + static_cast<std::ptrdiff_t>(shorter), b.begin())
-            .first -
-        a.begin());
+bool begins_with(std::string_view path, std::string_view beginning) {
+    return path.size() >= beginning.size() &&
+           std::memcmp(path.data(), beginning.data(), beginning.size()) == 0;
 }
 
-/** Record numbers in an order of their own. */
-using Order = std::span<std::uint16_t>;
+/** The records that bear one path, which is the node that a list of that path shows. */
+struct Node {
+    std::string_view path;
+    std::span<const std::uint16_t> numbers; // of its records, by level
+    unsigned level;                         // of the first record of that path
+    bool has_children;
+};
 
-/** Whether one of the paths, in ascending order, agrees with path as far as both reach. */
-bool any_agrees(Records records, Order ordered, std::string_view path) {
-    const auto path_of = [&](std::uint16_t number) { return view(records[number].ucPath); };
-    const auto at_least = std::lower_bound(
-        ordered.begin(), ordered.end(), path,
-        [&](std::uint16_t number, std::string_view key) { return path_of(number) < key; });
-    if (at_least != ordered.end() && common_length(path_of(*at_least), path) == path.size()) {
-        return true;
-    }
+Node node_of(Records records, std::span<const std::uint16_t> numbers) {
+    const std::uint16_t first = *std::min_element(numbers.begin(), numbers.end());
+    return {view(records[first].ucPath), numbers, records[first].usLevel, false};
+}
 
-    // Is one of them a proper beginning of path? The greatest one that is not above the
-    // key bounds how long such a beginning can be, and so gives the next, shorter key.
-    std::string_view key = path;
-    for (;;) {
-        const auto above = std::upper_bound(
-            ordered.begin(), ordered.end(), key,
-            [&](std::string_view k, std::uint16_t number) { return k < path_of(number); });
-        if (above == ordered.begin()) return false;
-        const std::string_view candidate = path_of(*(above - 1));
-        const std::size_t common = common_length(candidate, key);
-        if (common == candidate.size()) return true;
-        key = std::string_view(key.data(), common);
-    }
+bool has_level(Records records, const Node &node, unsigned level) {
+    const auto found = std::lower_bound(
+        node.numbers.begin(), node.numbers.end(), level,
+        [&](std::uint16_t number, unsigned key) { return records[number].usLevel < key; });
+    return found != node.numbers.end() && records[*found].usLevel == level;
 }
 
 } // namespace
@@ -71,51 +60,35 @@ bool is_child(const TempInfo &record, unsigned level, const unsigned char *path)
 HeapBlock<unsigned char> child_flags(Records records) {
     const auto count = static_cast<unsigned>(records.size());
     auto flags = HeapBlock<unsigned char>::allocate(count);
-    auto numbers = HeapBlock<std::uint16_t>::allocate(2 * count);
-    if (!flags || !numbers) return {};
-    const Order by_level(numbers.get(), count);          // level, then path
-    const Order by_path(by_level.data() + count, count); // path, then number
-    for (unsigned i = 0; i < count; ++i) {
-        by_level[i] = by_path[i] = static_cast<std::uint16_t>(i);
-    }
-    std::sort(by_level.begin(), by_level.end(), [&](std::uint16_t a, std::uint16_t b) {
-        if (records[a].usLevel != records[b].usLevel)
-            return records[a].usLevel < records[b].usLevel;
-        return view(records[a].ucPath) < view(records[b].ucPath);
-    });
-    std::sort(by_path.begin(), by_path.end(), [&](std::uint16_t a, std::uint16_t b) {
+    const auto numbers = HeapBlock<std::uint16_t>::allocate(count);
+    const auto open = HeapBlock<Node>::allocate(max_path + 1); // one for each length at most
+    if (!flags || !numbers || !open) return {};
+    for (unsigned i = 0; i < count; ++i) numbers[i] = static_cast<std::uint16_t>(i);
+    std::sort(numbers.get(), numbers.get() + count, [&](std::uint16_t a, std::uint16_t b) {
         const int order = view(records[a].ucPath).compare(view(records[b].ucPath));
-        return order != 0 ? order < 0 : a < b;
+        return order != 0 ? order < 0 : records[a].usLevel < records[b].usLevel;
     });
 
-    unsigned level = 0;
-    unsigned char flag = 0;
-    std::string_view path;
-    for (std::uint16_t number : by_path) {
-        const TempInfo &record = records[number];
-        if (number == by_path[0] || view(record.ucPath) != path) { // first record of its path
-            path = view(record.ucPath);
-            level = record.usLevel + 1u;
-            const auto below = [&](std::uint16_t other, unsigned key) {
-                return records[other].usLevel < key;
-            };
-            const auto begin = std::lower_bound(by_level.begin(), by_level.end(), level, below);
-            const auto end = std::lower_bound(begin, by_level.end(), level + 1, below);
-            flag = any_agrees(records, Order(begin, end), path) ? 1 : 0;
+    // In this order a path stands before all that begin with it, so the nodes that the current
+    // one begins with are open at one time: whoever agrees with it is one of them or itself.
+    std::size_t depth = 0;
+    const auto close_last = [&] {
+        const Node &node = open[--depth];
+        for (const std::uint16_t number : node.numbers) flags[number] = node.has_children;
+    };
+    for (unsigned begin = 0, end; begin < count; begin = end) {
+        const auto path = view(records[numbers[begin]].ucPath);
+        for (end = begin + 1; end < count && view(records[numbers[end]].ucPath) == path;) ++end;
+        while (depth > 0 && !begins_with(path, open[depth - 1].path)) close_last();
+        open[depth++] = node_of(records, {numbers.get() + begin, end - begin});
+        Node &node = open[depth - 1];
+        for (std::size_t i = 0; i < depth; ++i) {
+            if (has_level(records, node, open[i].level + 1)) open[i].has_children = true;
+            if (has_level(records, open[i], node.level + 1)) node.has_children = true;
         }
-        flags[number] = flag;
     }
+    while (depth > 0) close_last();
     return flags;
-}
-
-HeapBlock<TempInfo> SymTempIndexRead(int handle, const TempIndex &header) {
-    auto records = HeapBlock<TempInfo>::allocate(header.usCount);
-    const int bytes = static_cast<int>(header.usCount * sizeof(TempInfo));
-    if (!records || CM_seek(handle, sizeof(TempIndex), 0) != 0 ||
-        CM_read(handle, bytes, records.get()) != bytes) {
-        return {};
-    }
-    return records;
 }
 
 } // namespace acc

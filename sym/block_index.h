@@ -31,13 +31,6 @@ bool is_child(const TempInfo &record, unsigned level, const unsigned char *path)
  */
 HeapBlock<unsigned char> child_flags(Records records);
 
-/**
- * Reads all records of a temp file.
- * @param header  of that file
- * @return        the records; empty when the heap is exhausted or the file is shorter
- */
-HeapBlock<TempInfo> SymTempIndexRead(int handle, const TempIndex &header);
-
 } // namespace acc
 
 #endif

@@ -1,6 +1,7 @@
 #include "sym/catalogue.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -21,29 +22,57 @@ namespace {
 
 int m_lpucSymFileList_size; // bytes allocated; doubled when they are used up
 
-bool complete = true; // see catalogue_is_complete
+// Entries that stand before the first thing that the last scan missed; all of them, also
+// those that are appended later, when it missed nothing. Without a scan nothing is certain.
+int certain_entries = 0;
 
 constexpr int entry_bytes = static_cast<int>(sizeof(SymFileListEntry));
 constexpr int head_bytes = 1023; // how much of a file is read to learn its title
 
+void note_miss() {
+    certain_entries = std::min(certain_entries, m_lSymSVValue);
+}
+
+/** Whether a file that could not be opened, for that reason, is none that the scan missed. */
+bool is_no_miss(int reason) {
+    return reason == ENOENT || reason == ENOTDIR || reason == ELOOP || // gone, or a link to nowhere
+           reason == EISDIR || reason == ENXIO ||                      // no regular file
+           reason == EACCES || reason == EPERM;
+}
+
+std::span<const SymFileListEntry> entries() {
+    return {m_lpucSymFileList, static_cast<std::size_t>(m_lSymSVValue)};
+}
+
+/** Whether a file's path holds "@", and the number behind the last one. */
+bool carries_number(const SymFileListEntry &entry, int &number) {
+    static constexpr unsigned char mark[] = "@";
+    const unsigned char *at = CM_strpbrke(entry.ucFileName, mark);
+    if (!at) return false;
+    unsigned char digits[8] = {};
+    for (int k = 0; k < 7 && at[1 + k]; ++k) digits[k] = at[1 + k];
+    number = CM_atol(digits);
+    return true;
+}
+
 /** Adds one file. @return 0; -1 when it is no symbol file or does not fit its entry */
 int SymFileListUpProc(const unsigned char *path) {
     unsigned char raw[head_bytes + 1];
-    OpenFile file(CM_open(path, "rb"));
+    OpenFile file(open_regular(path, "rb"));
     if (!file) {
-        if (may_be_read(path)) complete = false;
+        if (!is_no_miss(errno)) note_miss();
         return -1;
     }
     raw[CM_read(file.handle(), head_bytes, raw)] = 0;
     const HeapBlock<unsigned char> converted(CM_euc2sjis(raw));
-    if (stream_failed(file.handle()) || !converted) complete = false;
+    if (stream_failed(file.handle()) || !converted) note_miss();
     const unsigned char *head = converted ? converted.get() : raw;
     const Text text(head, static_cast<std::size_t>(CM_lstrlen(head)));
     Range title;
     if (!has_symbol_header(text) || !find_file_title(text, head_bytes, title)) return -1;
     if (title.length >= sizeof(SymFileListEntry::ucTitle)) return -1;
     const int added = SymMemTableMakeProc(path, {head + title.offset, title.length});
-    if (added != 0) complete = false;
+    if (added != 0) note_miss();
     return added;
 }
 
@@ -51,10 +80,7 @@ int SymFileListUpProc(const unsigned char *path) {
 int SymGetFileTitleSub(const unsigned char *directory) {
     static constexpr unsigned char extension[] = ".kig";
     DirectoryListing listing(directory);
-    if (!listing) {
-        if (may_be_read(directory)) complete = false;
-        return -1;
-    }
+    if (!listing) return -1;
     const std::size_t directory_bytes = static_cast<std::size_t>(CM_lstrlen(directory));
     unsigned char path[sizeof(SymFileListEntry::ucFileName)];
     while (const unsigned char *name = listing.next()) {
@@ -63,8 +89,9 @@ int SymGetFileTitleSub(const unsigned char *directory) {
         if (directory_bytes + name_bytes >= sizeof path) continue;
         std::memcpy(path, directory, directory_bytes);
         std::memcpy(path + directory_bytes, name, name_bytes + 1);
-        if (is_regular_file(path)) SymFileListUpProc(path);
+        SymFileListUpProc(path);
     }
+    if (listing.failed()) note_miss();
     return 0;
 }
 
@@ -100,26 +127,32 @@ void SymInitFileTable() {
 }
 
 int SymGetFileTitle() {
-    if (SymGetFileTitleSub(m_ucZikProgDir) != 0) return -1;
-    SymGetFileTitleSub(m_ucZikCommonDir);
+    if (SymGetFileTitleSub(m_ucZikProgDir) != 0) {
+        // Before the first open there are no directories that could hold anything.
+        if (m_ucZikProgDir[0] || m_ucZikCommonDir[0]) note_miss();
+        return -1;
+    }
+    if (SymGetFileTitleSub(m_ucZikCommonDir) != 0 && m_ucZikCommonDir[0] && errno != ENOENT) {
+        note_miss();
+    }
     return 0;
 }
 
 int rescan_catalogue() {
     SymInitFileTable();
-    complete = true;
+    certain_entries = INT32_MAX;
     return SymGetFileTitle();
 }
 
-bool catalogue_is_complete() {
-    return complete;
-}
-
 const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title) {
-    for (int i = 0; i < m_lSymSVValue; ++i) {
-        if (CM_strcmp(m_lpucSymFileList[i].ucTitle, title) == 0) return &m_lpucSymFileList[i];
+    for (const SymFileListEntry &entry : entries()) {
+        if (CM_strcmp(entry.ucTitle, title) == 0) return &entry;
     }
     return nullptr;
+}
+
+bool search_is_certain(const SymFileListEntry *found) {
+    return found ? found - m_lpucSymFileList < certain_entries : certain_entries == INT32_MAX;
 }
 
 void SymMemTableDelProc(const SymFileListEntry *entry) {
@@ -135,13 +168,8 @@ int SymGetFreeFileNoProc() {
     const auto numbers = HeapBlock<int>::allocate(static_cast<unsigned>(m_lSymSVValue));
     if (!numbers) return -1;
     int count = 0;
-    for (int i = 0; i < m_lSymSVValue; ++i) {
-        static constexpr unsigned char mark[] = "@";
-        const unsigned char *at = CM_strpbrke(m_lpucSymFileList[i].ucFileName, mark);
-        if (!at) continue;
-        unsigned char digits[8] = {};
-        for (int k = 0; k < 7 && at[1 + k]; ++k) digits[k] = at[1 + k];
-        numbers[static_cast<std::size_t>(count++)] = CM_atol(digits);
+    for (const SymFileListEntry &entry : entries()) {
+        if (carries_number(entry, numbers[static_cast<std::size_t>(count)])) ++count;
     }
     std::sort(numbers.get(), numbers.get() + count);
     int free = 0;
@@ -149,7 +177,19 @@ int SymGetFreeFileNoProc() {
     return free;
 }
 
+int next_free_number(int number) {
+    const auto is_carried = [&number](const SymFileListEntry &entry) {
+        int carried;
+        return carries_number(entry, carried) && carried == number;
+    };
+    do {
+        ++number;
+    } while (std::any_of(entries().begin(), entries().end(), is_carried));
+    return number;
+}
+
 bool new_file_path(int number, NewPath &path) {
+    if (!m_ucZikCommonDir[0]) return false;
     const int length =
         std::snprintf(reinterpret_cast<char *>(path), sizeof path, "%s@%07ld.kig",
                       reinterpret_cast<const char *>(m_ucZikCommonDir), static_cast<long>(number));
@@ -163,8 +203,8 @@ int SYM_GetFileTitle(Accdata *record) {
     record->lpchDisplay[0] = 0;
     if (acc::rescan_catalogue() != 0) return ACC_RET_ERROR;
     record->cchDisplay = 0;
-    for (int i = 0; i < m_lSymSVValue; ++i) {
-        if (!acc::append_display(record, acc::m_lpucSymFileList[i].ucTitle)) {
+    for (const SymFileListEntry &entry : acc::entries()) {
+        if (!acc::append_display(record, entry.ucTitle)) {
             acc::put_message(record, acc::Message::list_box_memory);
             break;
         }

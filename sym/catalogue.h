@@ -33,17 +33,20 @@ int SymGetFileTitle();
 int rescan_catalogue();
 
 /**
- * Whether the last scan missed nothing that could have been read: no call of the heap or of
- * files failed on the way. Who takes a title for new must ask, lest a file of that title
- * is hidden or overwritten later.
- */
-bool catalogue_is_complete();
-
-/**
  * Looks a title up.
  * @return the first entry with that title, or null
  */
 const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title);
+
+/**
+ * Whether what a search found (null: nothing) is what it would have found if the last scan
+ * had missed nothing. A scan misses what a failing system hides from it: a folder that is
+ * gone or cannot be read to its end, a file that cannot be looked at, a heap that is
+ * exhausted. It does not miss a common directory that was never made, nor files that are no
+ * symbol files or that permissions keep from this process. Who writes must ask, lest a second
+ * file of a title is made, or the wrong one of two is replaced.
+ */
+bool search_is_certain(const SymFileListEntry *found);
 
 /** Appends one entry. @return 0; -1 when the table cannot grow, which then stays as it is */
 int SymMemTableMakeProc(const unsigned char *path, Text title);
@@ -52,16 +55,19 @@ int SymMemTableMakeProc(const unsigned char *path, Text title);
 void SymMemTableDelProc(const SymFileListEntry *entry);
 
 /**
- * The lowest number that no listed file named "@" and digits carries. A file of that
- * number may exist all the same: a caller that makes one goes on to the next then.
+ * A number that no listed file named "@" and digits carries. A file of that number may exist
+ * all the same: a caller that makes one goes on to next_free_number then.
  * @return the number, or -1 when the heap is exhausted
  */
 int SymGetFreeFileNoProc();
 
+/** The lowest number above that one that no listed file carries. */
+int next_free_number(int number);
+
 /** A new file's whole path in the common directory, as a field of the catalogue holds it. */
 using NewPath = unsigned char[sizeof(SymFileListEntry::ucFileName)];
 
-/** Path of the new file of that number. @return false when it does not fit */
+/** Path of the new file of that number. @return false: no common directory, or it does not fit */
 bool new_file_path(int number, NewPath &path);
 
 } // namespace acc

@@ -9,10 +9,12 @@
 
 #include "common/acccom.h"
 #include "common/stream.h"
+#include "common/whole_file.h"
 #include "record/message.h"
-#include "sym/accept.h"
 #include "sym/catalogue.h"
+#include "sym/develop.h"
 #include "sym/old_file.h"
+#include "sym/read_back.h"
 #include "sym/tree.h"
 
 namespace acc {
@@ -31,11 +33,11 @@ class ScratchCopy {
     /** Makes the file under the first free name from that number on. */
     OpenFile make(int number) {
         OpenFile file;
-        do {
-            if (!new_file_path(number++, path_)) break;
+        for (; new_file_path(number, path_); number = next_free_number(number)) {
             errno = 0;
             file = OpenFile(create_new(path_, 0600));
-        } while (!file && errno == EEXIST);
+            if (file || errno != EEXIST) break;
+        }
         exists_ = static_cast<bool>(file);
         return file;
     }
@@ -55,27 +57,8 @@ bool SymConvFileSaveProc(ScratchCopy &copy, int number) {
            CM_CopyFile(file.handle(), working) == 0 && !stream_failed(working) && file.close() == 0;
 }
 
-/** A file read whole. */
-struct Contents {
-    HeapBlock<unsigned char> bytes; // with a NUL behind them; empty when it cannot be read
-    std::uint32_t length = 0;
-    explicit operator bool() const { return static_cast<bool>(bytes); }
-};
-
-Contents read_whole(const unsigned char *path) {
-    const OpenFile file(CM_open(path, "rb"));
-    const int size = file ? CM_stat(path) : 0;
-    auto bytes = HeapBlock<unsigned char>::allocate(static_cast<unsigned>(size) + 1);
-    if (!file || !bytes || CM_read(file.handle(), size, bytes.get()) != size) return {};
-    return {std::move(bytes), static_cast<std::uint32_t>(size)};
-}
-
-/** Whether a text comes back the same from a save. */
-bool can_be_saved(const unsigned char *path) {
-    const Contents converted = read_whole(path);
-    return converted &&
-           static_cast<std::uint32_t>(CM_lstrlen(converted.bytes.get())) == converted.length &&
-           survives_the_disk(converted.bytes.get()) == Verdict::accepted;
+WholeFile read_whole(const unsigned char *path) {
+    return read_to_end(OpenFile(CM_open(path, "rb")).handle(), most_text);
 }
 
 /**
@@ -92,15 +75,15 @@ bool is_as_meant(Records records, std::uint32_t offset, std::uint32_t added_byte
     const std::uint32_t end = offset + added_bytes;
     for (const TempInfo &block : records.subspan(before.size())) {
         if (block.usLevel != 2 || block.ulTitlePos != offset) return false;
-        offset = block.ulDataPos + 2 * block.ulDataLen + 42;
+        offset = block.ulDataPos + 2 * block.ulDataLen + hyphen_line_bytes;
     }
     return offset == end;
 }
 
 /** Develops the scratch copy with the converted blocks behind its last one, and installs that. */
 bool AddCovTempFile(const unsigned char *copy_path, const unsigned char *converted_path) {
-    const Contents copy = read_whole(copy_path);
-    const Contents converted = read_whole(converted_path);
+    const WholeFile copy = read_whole(copy_path);
+    const WholeFile converted = read_whole(converted_path);
     if (!copy || !converted) return false;
     const Records before = open_records();
     const std::uint32_t offset = before.size() == 1 ? name_line_end() : block_end(before.back());
@@ -111,22 +94,17 @@ bool AddCovTempFile(const unsigned char *copy_path, const unsigned char *convert
     std::memcpy(joined.get() + offset + converted.length, copy.bytes.get() + offset,
                 copy.length - offset);
 
-    NewTempFile file;
-    TempInfo work;
-    TempIndex header;
+    WorkingState state;
     const Range title = {before[0].ulTitlePos,
                          static_cast<std::uint32_t>(CM_lstrlen(before[0].ucTitle))};
-    const Text text(joined.get(), copy.length + converted.length);
-    if (!file.create()) return false;
-    const Develop developed = SymTempDevelop(file.handle(), text, title, &work, &header);
-    if (developed == Develop::write_failed || developed == Develop::does_not_fit) return false;
-    auto records = SymTempIndexRead(file.handle(), header);
-    if (!records || !is_as_meant({records.get(), header.usCount}, offset, converted.length))
+    const Develop developed =
+        SymTempDevelop({joined.get(), copy.length + converted.length}, title, state);
+    // The open file may have titles too deep to be opened again, which were added to it.
+    if ((developed != Develop::done && developed != Develop::too_deep) ||
+        !is_as_meant(state.records(), offset, converted.length)) {
         return false;
-    auto flags = child_flags({records.get(), header.usCount});
-    if (!flags) return false;
-    file.become_working();
-    install_index(header, std::move(records), std::move(flags));
+    }
+    state.install();
     return true;
 }
 
@@ -149,8 +127,7 @@ int SymConvertProc(Accdata *record, const unsigned char *old_path) {
     NewTempFile converted;
     if (!converted.create()) return failed(Message::opening_failed);
     const int number = SymGetFreeFileNoProc();
-    if (OldDataConvert(old.ucFullName, converted.path()) != 0 || !can_be_saved(converted.path()) ||
-        number < 0) {
+    if (OldDataConvert(old.ucFullName, converted.path()) != 0 || number < 0) {
         return failed(Message::conversion_failed);
     }
     m_bEditFlag = 1;

@@ -27,7 +27,7 @@ int SYM_DataChg(Accdata *record) {
     const unsigned char *bytes = record->lpchString1;
     if (!bytes) return acc::fail(record, Message::memory_not_allocated);
     const int number = acc::title_shown(*list);
-    if (number < 0) return acc::fail(record, Message::title_exists);
+    if (number < 0) return acc::fail(record, Message::no_such_title);
     if (number == 0) return acc::fail(record, Message::parent_takes_no_symbols);
     if (const auto verdict = acc::accept_data(bytes); verdict != acc::Verdict::accepted) {
         return acc::refuse(record, verdict);

@@ -1,28 +1,13 @@
-// Turning a text into a temp file with an index.
+#include "sym/develop.h"
+
 #include <cstring>
 
-#include "common/acccom.h"
 #include "common/stream.h"
-#include "sym/temp_index.h"
 
 namespace acc {
 namespace {
 
 constexpr std::uint64_t largest_file = INT32_MAX; // CM_seek's offsets are 32-bit signed
-
-bool write(int handle, const void *bytes, std::size_t count) {
-    const int length = static_cast<int>(count);
-    return CM_write(handle, length, bytes) == length;
-}
-
-/** Appends one record, counting it in the header. */
-Develop add_record(int handle, TempInfo *work, TempIndex *header) {
-    if (header->usCount == max_records) return Develop::does_not_fit;
-    if (!write(handle, work, sizeof *work)) return Develop::write_failed;
-    ++header->usCount;
-    header->ulTextPos += static_cast<std::uint32_t>(sizeof *work);
-    return Develop::done;
-}
 
 void copy(unsigned char *field, Text text, Range range) {
     std::memcpy(field, text.data() + range.offset, range.length);
@@ -30,66 +15,81 @@ void copy(unsigned char *field, Text text, Range range) {
 }
 
 /** Sets the names of a block's record. @return false when one does not fit its field */
-bool set_names(TempInfo *work, Text text, Range file_title, const Block &block) {
+bool set_names(TempInfo &record, Text text, Range file_title, const Block &block) {
     const std::uint32_t path_bytes = file_title.length + 2 + block.path.length;
     if (block.title.length > max_title || path_bytes > max_path) return false;
-    copy(work->ucTitle, text, block.title);
-    copy(work->ucPath, text, file_title);
-    unsigned char *rest = work->ucPath + file_title.length;
-    std::memcpy(rest, m_ucSymKugiri.data(), 2);
-    copy(rest + 2, text, block.path);
+    copy(record.ucTitle, text, block.title);
+    copy(record.ucPath, text, file_title);
+    unsigned char *rest = record.ucPath + file_title.length;
+    std::memcpy(rest, m_ucSymKugiri.data(), m_ucSymKugiri.size());
+    copy(rest + m_ucSymKugiri.size(), text, block.path);
     return true;
+}
+
+/** A record for the file itself and one for each block. */
+Develop make_index(Text text, Range title, WorkingState &state, Closing &closing) {
+    if (title.length > max_file_title) return Develop::does_not_fit;
+    TempInfo *record = state.append();
+    if (!record) return Develop::no_memory;
+    record->ulTitlePos = title.offset;
+    record->usBlockNo = 1;
+    record->usLevel = 1;
+    copy(record->ucTitle, text, title);
+    copy(record->ucPath, text, title);
+
+    bool deep = false;
+    BlockWalk walk(text, title);
+    Block block, last;
+    while (walk.next(block)) {
+        last = block;
+        const std::size_t before = state.records().size();
+        if (before == max_records) return Develop::does_not_fit;
+        record = state.append();
+        if (!record) return Develop::no_memory;
+        if (!set_names(*record, text, title, block)) return Develop::does_not_fit;
+        record->ulTitlePos = block.title_line;
+        record->ulDataPos = block.data;
+        record->ulDataLen = block.data_units;
+        record->ulSymbolNum = block.symbols;
+        record->usBlockNo = static_cast<std::uint16_t>(before + 1);
+        record->usLevel = block.level;
+        deep = deep || block.level > ACC_LISTBOX_MAX;
+    }
+    const bool has_blocks = record->usBlockNo > 1;
+    closing = closing_of(text, title, has_blocks ? &last : nullptr);
+    if (has_blocks) {
+        record->ulDataPos += closing.data_shift;
+        record->ulDataLen += closing.units;
+        record->ulSymbolNum += closing.symbols;
+    }
+    return deep ? Develop::too_deep : Develop::done;
 }
 
 } // namespace
 
-Develop SymTempDevelop(int handle, Text text, Range title, TempInfo *work, TempIndex *header) {
-    *header = {0, 0, sizeof(TempIndex)};
-    std::memset(work, 0, sizeof *work);
-    if (title.length > max_file_title) return Develop::does_not_fit;
-    if (CM_seek(handle, sizeof(TempIndex), 0) != 0) return Develop::write_failed;
-
-    work->ulTitlePos = title.offset;
-    work->usBlockNo = 1;
-    work->usLevel = 1;
-    copy(work->ucTitle, text, title);
-    copy(work->ucPath, text, title);
-    if (Develop result = add_record(handle, work, header); result != Develop::done) return result;
-
-    // A block's record is written when the next block is known, or the text's end: the
-    // last one's data may still grow when the text is closed.
-    std::uint16_t deepest = 0;
-    BlockWalk walk(text, title);
-    Block block;
+Develop SymTempDevelop(Text text, Range title, WorkingState &state) {
     Closing closing;
-    bool more = walk.next(block);
-    if (!more) closing = closing_of(text, title, nullptr);
-    while (more) {
-        const Block current = block;
-        more = walk.next(block);
-        if (!more) closing = closing_of(text, title, &current);
-        if (!set_names(work, text, title, current)) return Develop::does_not_fit;
-        work->ulTitlePos = current.title_line;
-        work->ulDataPos = current.data + closing.data_shift;
-        work->ulDataLen = current.data_units + closing.units;
-        work->ulSymbolNum = current.symbols + closing.symbols;
-        ++work->usBlockNo;
-        work->usLevel = current.level;
-        if (current.level > deepest) deepest = current.level;
-        if (Develop result = add_record(handle, work, header); result != Develop::done) {
-            return result;
-        }
-    }
-
-    if (header->ulTextPos + std::uint64_t{text.size()} + closing.length > largest_file) {
+    const Develop result = make_index(text, title, state, closing);
+    if (result != Develop::done && result != Develop::too_deep) return result;
+    const std::uint64_t records = state.records().size();
+    if (sizeof(TempIndex) + records * sizeof(TempInfo) + text.size() + closing.length >
+        largest_file) {
         return Develop::does_not_fit;
     }
-    if (!write(handle, text.data(), text.size()) ||
-        !write(handle, closing.bytes.data(), closing.length) || CM_seek(handle, 0, 0) != 0 ||
-        !write(handle, header, sizeof *header) || flush(handle) != 0) {
+    if (!state.create_file()) return Develop::cannot_create;
+    if (!state.seek_text() || !write_all(state.handle(), text.data(), text.size()) ||
+        !write_all(state.handle(), closing.bytes.data(), closing.length)) {
         return Develop::write_failed;
     }
-    return deepest > ACC_LISTBOX_MAX ? Develop::too_deep : Develop::done;
+    switch (state.finish()) {
+        case WorkingState::Finish::write_failed:
+            return Develop::write_failed;
+        case WorkingState::Finish::no_memory:
+            return Develop::no_memory;
+        case WorkingState::Finish::done:
+            break;
+    }
+    return result;
 }
 
 } // namespace acc

@@ -1,11 +1,14 @@
 #include "sym/engine.h"
 
+#include "sym/temp_file.h"
+
 namespace acc {
 
 TempIndex m_tTempIndex;
 TempInfo *m_lptTempInfo;
 unsigned char *m_lpucChildFlags;
 std::uint16_t m_bEditFlag;
+std::uint16_t m_bTextCut;
 
 unsigned char m_ucZikDir[1024];
 unsigned char m_ucZikProgDir[1024];
@@ -25,9 +28,9 @@ void install_index(const TempIndex &header, HeapBlock<TempInfo> &&records,
 }
 
 void release_open_file() {
-    if (is_file_open()) discard_temp_file(&g_tAccFile[1]);
+    discard_working_temp_file();
     install_index({}, {}, {});
-    m_bEditFlag = 0;
+    m_bEditFlag = m_bTextCut = 0;
 }
 
 void set_list_geometry(Accdata *record) {

@@ -16,6 +16,7 @@ extern TempIndex m_tTempIndex;          // header of the working temp file
 extern TempInfo *m_lptTempInfo;         // its records
 extern unsigned char *m_lpucChildFlags; // per record: has it child titles?
 extern std::uint16_t m_bEditFlag;       // 1: edits that are not saved
+extern std::uint16_t m_bTextCut;        // 1: the file opened holds more, behind a NUL byte
 
 extern unsigned char m_ucZikDir[1024];       // user directory; nothing reads it
 extern unsigned char m_ucZikProgDir[1024];   // program directory, scanned first

@@ -2,29 +2,25 @@
 #include <cstdio>
 
 #include "common/acccom.h"
-#include "common/stream.h"
 #include "record/item_list.h"
 #include "sym/accept.h"
 #include "sym/catalogue.h"
 #include "sym/current_title.h"
+#include "sym/develop.h"
 
 namespace acc {
 namespace {
 
-/** Writes header, the file's own record and the two head lines. */
-bool write_new_file(const TempIndex &header, const TempInfo &file) {
+/** Develops the two head lines of a file of that title. */
+Develop develop_new_file(const unsigned char *title, WorkingState &state) {
     unsigned char text[title_offset_as_written + max_file_title + 3];
-    const int text_bytes =
-        std::snprintf(reinterpret_cast<char *>(text), sizeof text, "%s\r\n%s%s\r\n",
-                      reinterpret_cast<const char *>(m_ucSymHeader.data()),
-                      reinterpret_cast<const char *>(m_ucSymNameHeader.data()),
-                      reinterpret_cast<const char *>(file.ucTitle));
-    const int handle = g_tAccFile[1].hFile;
-    const auto write = [handle](const void *bytes, int count) {
-        return CM_write(handle, count, bytes) == count;
-    };
-    return write(&header, sizeof header) && write(&file, sizeof file) && write(text, text_bytes) &&
-           flush(handle) == 0;
+    const int bytes = std::snprintf(reinterpret_cast<char *>(text), sizeof text, "%s\r\n%s%s\r\n",
+                                    reinterpret_cast<const char *>(m_ucSymHeader.data()),
+                                    reinterpret_cast<const char *>(m_ucSymNameHeader.data()),
+                                    reinterpret_cast<const char *>(title));
+    const Range title_range = {title_offset_as_written,
+                               static_cast<std::uint32_t>(CM_lstrlen(title))};
+    return SymTempDevelop({text, static_cast<std::size_t>(bytes)}, title_range, state);
 }
 
 } // namespace
@@ -41,23 +37,20 @@ int SYM_FileNewProc(Accdata *record) {
     acc::rescan_catalogue();
     if (acc::SymMemTableTitleSearchProc(title))
         return acc::fail(record, Message::symbol_file_exists);
-    if (!acc::catalogue_is_complete()) return acc::fail(record, Message::reading_failed);
+    if (!acc::search_is_certain(nullptr)) return acc::fail(record, Message::reading_failed);
 
-    auto file = acc::HeapBlock<TempInfo>::allocate(1);
-    auto flags = acc::HeapBlock<unsigned char>::allocate(1); // no child titles
-    if (!file || !flags) return -1;
-    if (acc::SymTempOpenProc(record) != ACC_RET_OK) return ACC_RET_ERROR;
-    file->ulTitlePos = acc::title_offset_as_written;
-    file->usBlockNo = 1;
-    file->usLevel = 1;
-    CM_strcpy(file->ucTitle, title);
-    CM_strcpy(file->ucPath, title);
-    const TempIndex header = {1, 0, sizeof(TempIndex) + sizeof(TempInfo)};
-    if (!acc::write_new_file(header, *file.get())) {
-        acc::release_open_file();
-        return acc::fail(record, Message::writing_failed);
+    acc::WorkingState state;
+    switch (acc::develop_new_file(title, state)) {
+        case acc::Develop::no_memory:
+            return -1;
+        case acc::Develop::cannot_create:
+            return acc::fail(record, Message::opening_failed);
+        case acc::Develop::done:
+            break;
+        default:
+            return acc::fail(record, Message::writing_failed);
     }
-    acc::install_index(header, std::move(file), std::move(flags));
+    state.install();
     acc::m_bEditFlag = 1;
 
     acc::set_list_geometry(record);

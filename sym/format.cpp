@@ -95,6 +95,7 @@ bool BlockWalk::next(Block &block) {
     while (find_title_line()) {
         block.title_line = pos_;
         if (!read_title_line(block)) continue; // the text ended within the line
+        read_start_line(block);
         read_data(block);
         return true;
     }
@@ -149,30 +150,55 @@ std::uint32_t BlockWalk::behind_line(Range run, Block &block) const {
     return run.offset + run.length + line_end;
 }
 
-/** Reads from behind the title line to behind the end line. */
-void BlockWalk::read_data(Block &block) {
+/** Finds the start line, and with it the data. */
+void BlockWalk::read_start_line(Block &block) {
     Range run;
-    block.has_start_line = find_hyphen_line(text_, pos_, run);
-    block.data = block.has_start_line ? behind_line(run, block) : length_of(text_);
+    if (!find_hyphen_line(text_, pos_, run)) {
+        block.cut = Cut::before_start_line;
+        block.data = length_of(text_);
+        block.missing = 0;
+        return;
+    }
+    block.data = behind_line(run, block);
+    block.cut = block.missing == 0 ? Cut::in_data : Cut::in_start_line; // unless there is more
+}
+
+/** Reads the data, and on to behind the end line. */
+void BlockWalk::read_data(Block &block) {
     block.data_units = block.symbols = 0;
-    block.has_end_line = false;
-    std::uint32_t at = block.data;
-    while (at + 2 <= length_of(text_)) {
-        if (stands_at(text_, at, m_ucSymReturn)) {
-            ++block.data_units;
-        } else {
-            const std::uint32_t hyphens = text_[at] == '-' ? run_length_at(text_, at) : 0;
-            if (hyphens >= hyphen_line) {
-                block.has_end_line = true;
-                block.end = pos_ = behind_line({at, hyphens}, block);
-                return;
-            }
-            ++block.data_units;
-            ++block.symbols;
+    for (std::uint32_t at = block.data; at + 2 <= length_of(text_); at += 2) {
+        const std::uint32_t hyphens = text_[at] == '-' ? run_length_at(text_, at) : 0;
+        if (hyphens >= hyphen_line) {
+            block.end = pos_ = behind_line({at, hyphens}, block);
+            block.cut = block.missing == 0 ? Cut::nowhere : Cut::in_end_line;
+            return;
         }
-        at += 2;
+        ++block.data_units;
+        if (!stands_at(text_, at, m_ucSymReturn)) ++block.symbols;
     }
     block.end = pos_ = length_of(text_);
+}
+
+namespace {
+
+bool has_bracket(Text text, std::uint32_t from, std::uint32_t to) {
+    for (std::uint32_t at = from; at < to; at += character_bytes(text, at)) {
+        if (stands_at(text, at, opening_bracket)) return true;
+    }
+    return false;
+}
+
+} // namespace
+
+bool has_stray_title(Text text, Range title) {
+    BlockWalk walk(text, title);
+    Block block;
+    std::uint32_t end = title.offset + title.length;
+    while (walk.next(block)) {
+        if (has_bracket(text, block.path.offset + block.path.length, block.data)) return true;
+        end = block.end;
+    }
+    return has_bracket(text, end, length_of(text));
 }
 
 namespace {
@@ -195,31 +221,38 @@ Closing closing_of(Text text, Range title, const Block *last) {
             if (stands_at(text, at, m_ucSymReturn)) return closing;
         }
         add(closing, m_ucSymReturn);
-    } else if (last->has_end_line) {
-        add(closing, m_ucSymReturn, 2 - last->missing);
-    } else if (!last->has_start_line) {
-        if (text[length - 1] != '\n') add(closing, m_ucSymReturn);
-        add(closing, m_ucSymHaihun);
-        add(closing, m_ucSymReturn);
-        closing.data_shift = closing.length;
-    } else if (last->data == length) {
-        add(closing, m_ucSymReturn, 2 - last->missing);
-        closing.data_shift = closing.length;
-    } else {
-        if ((length - last->data) % 2 != 0) {
-            closing.bytes[closing.length++] = ' ';
-            ++closing.units;
-            ++closing.symbols;
-        }
-        if (text[length - 1] == '-') {
+        return closing;
+    }
+    switch (last->cut) {
+        case Cut::nowhere:
+            return closing;
+        case Cut::in_end_line:
+            add(closing, m_ucSymReturn, 2 - last->missing);
+            return closing;
+        case Cut::in_data:
+            if ((length - last->data) % 2 != 0) {
+                closing.bytes[closing.length++] = ' ';
+                ++closing.units;
+                ++closing.symbols;
+            }
+            if (length > last->data && text[length - 1] == '-') {
+                add(closing, m_ucSymReturn);
+                ++closing.units;
+            }
+            break;
+        case Cut::in_start_line:
+            add(closing, m_ucSymReturn, 2 - last->missing);
+            closing.data_shift = closing.length;
+            break;
+        case Cut::before_start_line:
+            if (text[length - 1] != '\n') add(closing, m_ucSymReturn);
+            add(closing, m_ucSymHaihun);
             add(closing, m_ucSymReturn);
-            ++closing.units;
-        }
+            closing.data_shift = closing.length;
+            break;
     }
-    if (last && !last->has_end_line) {
-        add(closing, m_ucSymHaihun);
-        add(closing, m_ucSymReturn);
-    }
+    add(closing, m_ucSymHaihun);
+    add(closing, m_ucSymReturn);
     return closing;
 }
 

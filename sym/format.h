@@ -35,6 +35,10 @@ inline constexpr std::uint32_t max_path = 514;
 /** Hyphens that make a start line or an end line; more are allowed. */
 inline constexpr std::uint32_t hyphen_line = 40;
 
+/** Bytes of a hyphen line as the library writes it. */
+inline constexpr std::uint32_t hyphen_line_bytes =
+    static_cast<std::uint32_t>(m_ucSymHaihun.size() + m_ucSymReturn.size());
+
 using Text = std::span<const unsigned char>;
 
 /** A run of bytes within a text. */
@@ -68,6 +72,15 @@ enum class HyphenMode : unsigned short {
  */
 std::uint32_t SymHaifunSkipProc(Text text, std::uint32_t pos, HyphenMode mode);
 
+/** Where in its last block a text stops. */
+enum class Cut {
+    nowhere,           // the block is whole
+    in_end_line,       // the end line lacks its line end, or half of it
+    in_data,           // the end line is missing
+    in_start_line,     // the start line lacks its line end, or half of it
+    before_start_line, // there is a title line alone
+};
+
 /** One block as it stands in the text. */
 struct Block {
     std::uint32_t title_line; // offset of its title line
@@ -78,9 +91,8 @@ struct Block {
     std::uint32_t data_units; // 2-byte units of data, CR LF included
     std::uint32_t symbols;    // units that are not CR LF
     std::uint32_t end;        // offset behind its end line
-    bool has_start_line;      // false only for a last block that is cut short
-    bool has_end_line;        // the same
-    std::uint32_t missing;    // bytes that the text's end cuts off its last hyphen line's CR LF
+    Cut cut;
+    std::uint32_t missing; // bytes that its last hyphen line lacks of its line end
 };
 
 /**
@@ -101,6 +113,7 @@ class BlockWalk {
   private:
     bool find_title_line();
     bool read_title_line(Block &block);
+    void read_start_line(Block &block);
     void read_data(Block &block);
     std::uint32_t behind_line(Range run, Block &block) const;
 
@@ -108,6 +121,12 @@ class BlockWalk {
     std::uint32_t pos_;
     bool first_ = true;
 };
+
+/**
+ * Whether an opening bracket stands outside of title lines and data: a title that a person
+ * may have meant though the walk finds no block there, as one without a closing bracket.
+ */
+bool has_stray_title(Text text, Range title);
 
 /**
  * What a text lacks at its end so that something can be appended: the end of the name

@@ -1,11 +1,11 @@
 #include "sym/old_file.h"
 
 #include <cstdio>
-#include <cstring>
 
 #include "common/acccom.h"
-#include "common/heap_block.h"
 #include "common/stream.h"
+#include "common/whole_file.h"
+#include "sym/accept.h"
 #include "sym/format.h"
 
 namespace acc {
@@ -30,19 +30,27 @@ bool stands_at(int position, const unsigned char *character) {
 
 /** Reads the whole file. @return 0, -1, -2 */
 int OpenOldKigouFile(const unsigned char *path) {
-    const OpenFile file(CM_open(path, "rb"));
+    const OpenFile file(open_regular(path, "rb"));
     if (!file) return -1;
+    const WholeFile old = read_to_end(file.handle(), max_bytes);
+    if (old.result == WholeFile::Result::too_large) return -2;
+    // Zeros behind the file's bytes, which match no key and no bracket.
     auto bytes = HeapBlock<unsigned char>::allocate(max_bytes + 1024);
-    if (!bytes) return -1;
-    const int count = CM_read(file.handle(), max_bytes + 1, bytes.get());
-    if (stream_failed(file.handle())) return -1;
-    if (count > max_bytes) return -2;
-    m_sSymConvOldFileByte = static_cast<std::int16_t>(count);
+    if (!old || !bytes) return -1;
+    CM_memcpy(bytes.get(), old.bytes.get(), old.length);
+    m_sSymConvOldFileByte = static_cast<std::int16_t>(old.length);
     m_lpucSymConvMem = bytes.release();
     return 0;
 }
 
-/** Notes every title: a "［" at the beginning of a line with a "］" near enough. @return 0, -2, -4
+/** The code for what an edit would say of a title or of symbols: 0, -1, -2. */
+int verdict_code(Verdict verdict) {
+    return verdict == Verdict::accepted ? 0 : verdict == Verdict::refused ? -2 : -1;
+}
+
+/**
+ * Notes every title: a "［" at the beginning of a line with a "］" near enough.
+ * @return 0, -1, -2, -4
  */
 int OldKigouTitleCheck() {
     static constexpr auto opening = sjis<"［">();
@@ -59,8 +67,10 @@ int OldKigouTitleCheck() {
         while (bytes <= max_title_bytes && !stands_at(position + bytes, closing.data())) ++bytes;
         if (bytes == 0 || bytes > max_title_bytes) continue;
         if (m_sSymConvOldSymList == max_titles) return -2;
-        CM_strncpy(m_cSymConvOldTitle[m_sSymConvOldSymList], m_lpucSymConvMem + position,
-                   static_cast<short>(bytes));
+        unsigned char *title = m_cSymConvOldTitle[m_sSymConvOldSymList];
+        CM_strncpy(title, m_lpucSymConvMem + position, static_cast<short>(bytes));
+        if (CM_lstrlen(title) != bytes) return -2; // a NUL
+        if (const int refused = verdict_code(accept_title(title, max_title_bytes))) return refused;
         position += bytes + 2;
         m_usSymConvOldSymPoint[m_sSymConvOldSymList++] = static_cast<std::uint16_t>(position);
     }
@@ -69,15 +79,25 @@ int OldKigouTitleCheck() {
     return m_sSymConvOldSymList == 0 ? -4 : 0;
 }
 
-bool write(int handle, const void *bytes, std::size_t count) {
-    return CM_write(handle, static_cast<int>(count), bytes) == static_cast<int>(count);
-}
+/** The data of one block. */
+struct BlockData {
+    HeapBlock<unsigned char> bytes; // max_data and a NUL
+    std::size_t length = 0;
+
+    /** @return false when there is no more room */
+    bool append(const unsigned char *two_bytes) {
+        if (length + 2 > max_data) return false;
+        CM_strncpy(bytes.get() + length, two_bytes, 2);
+        length += 2;
+        return true;
+    }
+};
 
 /**
- * Writes the symbols of one key of a title.
- * @return how many, or -1 when a write failed
+ * Appends the symbols of one key of a title.
+ * @return how many, or -2 when there are too many
  */
-int OldSListMake(int title, int key_index, int handle) {
+int OldSListMake(int title, int key_index, BlockData &data) {
     char key[8];
     const auto key_bytes =
         static_cast<short>(std::snprintf(key, sizeof key, "sel%d=", key_index + 1));
@@ -85,7 +105,6 @@ int OldSListMake(int title, int key_index, int handle) {
     int count = 0;
     int position = m_usSymConvOldSymPoint[title];
     while (position < end) {
-        // Behind the file's bytes there are zeros, which match no key.
         if (CM_strnicmp(m_lpucSymConvMem + position, reinterpret_cast<unsigned char *>(key),
                         key_bytes) != 0) {
             ++position;
@@ -101,7 +120,7 @@ int OldSListMake(int title, int key_index, int handle) {
                 ++position;
                 continue;
             }
-            if (!write(handle, m_lpucSymConvMem + position, 2)) return -1;
+            if (!data.append(m_lpucSymConvMem + position)) return -2;
             position += 2;
             ++taken;
             ++count;
@@ -111,31 +130,41 @@ int OldSListMake(int title, int key_index, int handle) {
     return count;
 }
 
-bool write_block(int handle, int title) {
+/** Gathers the symbols of all keys of a title, a line for each. @return 0, -1, -2 */
+int make_data(int title, BlockData &data) {
+    data.length = 0;
+    data.bytes[0] = 0;
+    for (int key = 0; key < key_count; ++key) {
+        const int symbols = OldSListMake(title, key, data);
+        if (symbols < 0 || (symbols > 0 && !data.append(m_ucSymReturn.data()))) return -2;
+    }
+    // A NUL among the symbols would end the data early.
+    const bool whole = static_cast<std::size_t>(CM_lstrlen(data.bytes.get())) == data.length;
+    return whole ? verdict_code(accept_data(data.bytes.get())) : -2;
+}
+
+bool write_block(int handle, int title, const BlockData &data) {
     char head[64];
     const int head_bytes =
         std::snprintf(head, sizeof head, reinterpret_cast<const char *>(m_ucSymTitleKakko.data()),
                       reinterpret_cast<const char *>(m_cSymConvOldTitle[title]));
-    const auto write_line = [handle](const auto &text) {
-        return write(handle, text.data(), text.size()) &&
-               write(handle, m_ucSymReturn.data(), m_ucSymReturn.size());
+    const auto write_hyphen_line = [handle] {
+        return write_all(handle, m_ucSymHaihun.data(), m_ucSymHaihun.size()) &&
+               write_all(handle, m_ucSymReturn.data(), m_ucSymReturn.size());
     };
-    if (!write(handle, head, static_cast<std::size_t>(head_bytes)) || !write_line(m_ucSymHaihun))
-        return false;
-    for (int key = 0; key < key_count; ++key) {
-        const int symbols = OldSListMake(title, key, handle);
-        if (symbols < 0) return false;
-        if (symbols > 0 && !write(handle, m_ucSymReturn.data(), m_ucSymReturn.size())) return false;
-    }
-    return write_line(m_ucSymHaihun);
+    return write_all(handle, head, static_cast<std::size_t>(head_bytes)) && write_hyphen_line() &&
+           write_all(handle, data.bytes.get(), data.length) && write_hyphen_line();
 }
 
-/** Writes a block for every title. @return 0, -5, -6 */
+/** Writes a block for every title. @return 0, -1, -2, -5, -6 */
 int ConvertWriteNewFile(const unsigned char *path) {
     OpenFile file(CM_create(path));
     if (!file) return -5;
+    BlockData data{HeapBlock<unsigned char>::allocate(max_data + 1)};
+    if (!data.bytes) return -1;
     for (int title = 0; title < m_sSymConvOldSymList; ++title) {
-        if (!write_block(file.handle(), title)) return -6;
+        if (const int result = make_data(title, data); result != 0) return result;
+        if (!write_block(file.handle(), title, data)) return -6;
     }
     return file.close() == 0 ? 0 : -6;
 }

@@ -5,6 +5,8 @@
 #include "common/stream.h"
 #include "record/message.h"
 #include "sym/catalogue.h"
+#include "sym/develop.h"
+#include "sym/read_back.h"
 #include "sym/symbol_file.h"
 
 namespace acc {
@@ -47,55 +49,45 @@ class SymbolFile {
     OpenFile file_;
 };
 
-/** Reads the file into memory and develops it into the working temp file. */
-int develop_file(Accdata *record, const unsigned char *path) {
+/** Reads the file of a path whole. @return 1; else the failed open's result */
+int read_file(Accdata *record, const unsigned char *path, SymbolText &text) {
     const SymbolFile file(path);
     if (!file) return fail(record, Message::file_does_not_exist);
-    const int size = CM_stat(g_tAccFile[0].ucFullName);
-    if (size == 0) return fail(record, Message::not_a_symbol_file);
+    WholeFile disk = read_to_end(file.handle(), most_text);
+    if (disk && disk.length == 0) return fail(record, Message::not_a_symbol_file);
     set_list_geometry(record);
-
-    auto raw = HeapBlock<unsigned char>::allocate(static_cast<unsigned>(size) + 1);
-    if (!raw) return fail(record, Message::out_of_memory);
-    SymbolText text;
-    if (!SymFileRead(file.handle(), std::move(raw), size, text)) {
+    if (disk.result == WholeFile::Result::no_memory) return fail(record, Message::out_of_memory);
+    if (!disk || !SymFileRead(std::move(disk), text)) {
         return fail(record, Message::not_a_symbol_file);
     }
-    if (SymTempOpenProc(record) != ACC_RET_OK) return ACC_RET_ERROR;
+    return ACC_RET_OK;
+}
 
-    static TempInfo m_tTempDevelop_TempInfo;
-    switch (SymTempDevelop(g_tAccFile[1].hFile, text.text(), text.title, &m_tTempDevelop_TempInfo,
-                           &m_tTempIndex)) {
+/** Opens the file of a catalogue entry. */
+int open_entry(Accdata *record, const unsigned char *path) {
+    SymbolText text;
+    if (const int result = read_file(record, path, text); result != ACC_RET_OK) return result;
+    WorkingState state;
+    switch (SymTempDevelop(text.text(), text.title, state)) {
+        case Develop::cannot_create:
+            return fail(record, Message::opening_failed);
+        case Develop::write_failed:
+            return fail(record, Message::writing_failed);
+        case Develop::no_memory:
+            return fail(record, Message::reading_failed);
         case Develop::too_deep:
             put_message(record, Message::list_box_memory);
             return ACC_RET_LBMEMORY;
-        case Develop::write_failed:
-            return fail(record, Message::writing_failed);
         case Develop::does_not_fit:
             return fail(record, Message::not_a_symbol_file);
         case Develop::done:
             break;
     }
-    return ACC_RET_OK;
-}
-
-/** Reads the index of the working temp file back. @return false on failure */
-bool load_index() {
-    const TempIndex header = m_tTempIndex;
-    auto records = SymTempIndexRead(g_tAccFile[1].hFile, header);
-    if (!records) return false;
-    auto flags = child_flags({records.get(), header.usCount});
-    if (!flags) return false;
-    install_index(header, std::move(records), std::move(flags));
-    return true;
-}
-
-/** Opens the file of a catalogue entry. Whatever it leaves, the caller releases on failure. */
-int open_entry(Accdata *record, const unsigned char *path) {
-    if (const int result = develop_file(record, path); result != ACC_RET_OK) return result;
-    if (!load_index()) return fail(record, Message::reading_failed);
+    state.install();
+    m_bTextCut = text.cut;
     record->wCurrentList = 1;
     if (SYM_SetDataPos(record, open_title()) == ACC_RET_NOTFOUND) {
+        release_open_file();
         return fail(record, Message::reading_failed);
     }
     return ACC_RET_OK;
@@ -116,9 +108,7 @@ int SYM_FileOpenProc(Accdata *record) {
     const SymFileListEntry *entry = acc::SymMemTableTitleSearchProc(record->lpchString1);
     if (!entry) return acc::fail(record, Message::file_does_not_exist);
     acc::m_bEditFlag = 0;
-    const int result = acc::open_entry(record, entry->ucFileName);
-    if (result != ACC_RET_OK) acc::release_open_file();
-    return result;
+    return acc::open_entry(record, entry->ucFileName);
 }
 
 int SYM_FileCloseProc(Accdata *record) {

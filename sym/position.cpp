@@ -2,11 +2,11 @@
 #include <cstring>
 
 #include "common/acccom.h"
-#include "common/sjis_text.h"
 #include "record/cursor.h"
 #include "record/item_list.h"
 #include "record/message.h"
 #include "sym/current_title.h"
+#include "sym/tree.h"
 
 namespace acc {
 namespace {
@@ -93,14 +93,14 @@ int SYM_Reflesh(Accdata *record) {
     ListBox *current = acc::current_list(record);
     if (!current) return ACC_RET_NONE;
 
-    unsigned char path[acc::max_path + 1];
+    acc::FullPath path;
     const std::size_t path_bytes =
         strnlen(reinterpret_cast<char *>(current->lpchLBLevel), sizeof path);
     if (path_bytes == sizeof path) return acc::fail(record, acc::Message::reading_failed);
     std::memcpy(path, current->lpchLBLevel, path_bytes + 1);
 
-    for (ListBox *list = current; list >= record->tListBox; --list) {
-        switch (acc::SymSetDataPosSub(*list, path)) {
+    for (int list = record->wCurrentList - 1; list >= 0; --list) {
+        switch (acc::SymSetDataPosSub(record->tListBox[list], path)) {
             case acc::Fill::failed:
                 return acc::fail(record, acc::Message::reading_failed);
             case acc::Fill::cut_short:
@@ -109,7 +109,7 @@ int SYM_Reflesh(Accdata *record) {
             case acc::Fill::done:
                 break;
         }
-        if (unsigned char *cut = acc::find_last_char(path, acc::separator)) *cut = 0;
+        acc::cut_at_parent(path);
     }
     if (current->cchLBItemNum == 0) {
         current->cchLBItemNum = 1;

@@ -5,6 +5,8 @@
 
 #include "common/acccom.h"
 #include "common/stream.h"
+#include "common/whole_file.h"
+#include "sym/read_back.h"
 
 namespace acc {
 namespace {
@@ -19,32 +21,28 @@ int old_handle() {
 } // namespace
 
 Rewrite::Rewrite(Accdata *record, Message no_memory, unsigned room)
-    : record_(record),
-      no_memory_(no_memory),
-      header_(m_tTempIndex),
-      records_(HeapBlock<TempInfo>::allocate(m_tTempIndex.usCount + room)) {
-    if (!records_) {
+    : record_(record), no_memory_(no_memory) {
+    const Records open = open_records();
+    if (!state_.reserve(open.size() + room)) {
         fail_with(no_memory_);
         return;
     }
-    std::memcpy(records_.get(), m_lptTempInfo, header_.usCount * sizeof(TempInfo));
+    state_.set_count(open.size());
+    std::memcpy(state_.records().data(), open.data(), open.size_bytes());
 }
 
 void Rewrite::insert_record(std::size_t index) {
-    TempInfo *place = records_.get() + index;
-    std::memmove(place + 1, place, (header_.usCount - index) * sizeof(TempInfo));
-    ++header_.usCount;
+    state_.set_count(records().size() + 1);
+    const std::span<TempInfo> moved = records().subspan(index);
+    std::memmove(moved.data() + 1, moved.data(), moved.size_bytes() - sizeof(TempInfo));
 }
 
 void Rewrite::begin() {
     if (CM_stat(g_tAccFile[1].ucFullName) > INT32_MAX - most_growth) {
         return fail_with(Message::writing_failed);
     }
-    if (!file_.create()) return fail_with(Message::opening_failed);
-    const auto bytes = static_cast<std::uint32_t>(header_.usCount * sizeof(TempInfo));
-    header_.ulTextPos = static_cast<std::uint32_t>(sizeof header_) + bytes;
-    write({reinterpret_cast<const unsigned char *>(&header_), sizeof header_});
-    write({reinterpret_cast<const unsigned char *>(records_.get()), bytes});
+    if (!state_.create_file()) return fail_with(Message::opening_failed);
+    if (!state_.seek_text()) fail_with(Message::writing_failed);
 }
 
 bool Rewrite::seek_old_text() {
@@ -60,25 +58,25 @@ void Rewrite::copy(std::uint32_t bytes) {
     seek_old_text();
     old_offset_ += bytes;
     while (!failed_ && bytes > 0) {
-        const int piece = static_cast<int>(bytes < sizeof buffer ? bytes : sizeof buffer);
-        if (CM_read(old_handle(), piece, buffer) != piece ||
-            CM_write(file_.handle(), piece, buffer) != piece) {
+        const auto piece = bytes < sizeof buffer ? bytes : std::uint32_t{sizeof buffer};
+        if (CM_read(old_handle(), static_cast<int>(piece), buffer) != static_cast<int>(piece)) {
             fail_with(Message::writing_failed);
         }
-        bytes -= static_cast<std::uint32_t>(piece);
+        write({buffer, piece});
+        bytes -= piece;
     }
 }
 
 void Rewrite::copy_rest() {
     if (seek_old_text() &&
-        (CM_CopyFile(file_.handle(), old_handle()) != 0 || stream_failed(old_handle()))) {
+        (CM_CopyFile(state_.handle(), old_handle()) != 0 || stream_failed(old_handle()))) {
         fail_with(Message::writing_failed);
     }
 }
 
 void Rewrite::write(Text bytes) {
-    const int count = static_cast<int>(bytes.size());
-    if (!failed_ && CM_write(file_.handle(), count, bytes.data()) != count) {
+    new_offset_ += static_cast<std::uint32_t>(bytes.size());
+    if (!failed_ && !write_all(state_.handle(), bytes.data(), bytes.size())) {
         fail_with(Message::writing_failed);
     }
 }
@@ -97,13 +95,30 @@ void Rewrite::write_hyphen_line() {
     write(m_ucSymReturn.span());
 }
 
+void Rewrite::check_blocks() {
+    if (failed_) return;
+    if (flush(state_.handle()) != 0 || !state_.seek_text()) {
+        return fail_with(Message::writing_failed);
+    }
+    const WholeFile text = read_to_end(state_.handle(), most_text);
+    if (text.result == WholeFile::Result::no_memory) return fail_with(no_memory_);
+    if (!text ||
+        !reads_as({text.bytes.get(), text.length}, records(), {text.bytes.get(), text.length})) {
+        fail_with(Message::writing_failed);
+    }
+}
+
 int Rewrite::install() {
-    if (!failed_ && flush(file_.handle()) != 0) fail_with(Message::writing_failed);
     if (failed_) return ACC_RET_ERROR;
-    auto flags = child_flags(records());
-    if (!flags) return fail(record_, no_memory_);
-    file_.become_working();
-    install_index(header_, std::move(records_), std::move(flags));
+    switch (state_.finish()) {
+        case WorkingState::Finish::write_failed:
+            return fail(record_, Message::writing_failed);
+        case WorkingState::Finish::no_memory:
+            return fail(record_, no_memory_);
+        case WorkingState::Finish::done:
+            break;
+    }
+    state_.install();
     m_bEditFlag = 1;
     return ACC_RET_OK;
 }

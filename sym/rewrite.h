@@ -1,15 +1,16 @@
 // The one mechanism behind every edit: a changed copy of the index and a new temp file,
 // built from pieces of the old text and a few new bytes, installed together at the end.
 //
-// Life: construct; change records(); begin(); any number of pieces, whose
-// failure is remembered; then exactly one install(). A rewrite that is not installed, for
-// whatever reason, removes its temp file and leaves the open file, its index and its temp
-// file as they were.
+// Life: construct; add and drop records; begin(); any number of pieces, whose failure is
+// remembered, and changes of the records; then exactly one install(). A rewrite that is not
+// installed, for whatever reason, removes its temp file and leaves the open file, its index and its
+// temp file as they were.
 #ifndef ACCSYM_SYM_REWRITE_H
 #define ACCSYM_SYM_REWRITE_H
 
 #include "record/message.h"
 #include "sym/engine.h"
+#include "sym/working_state.h"
 
 namespace acc {
 
@@ -25,19 +26,22 @@ class Rewrite {
     Rewrite &operator=(const Rewrite &) = delete;
 
     /** False when there was no memory; the message is in the record. */
-    explicit operator bool() const { return static_cast<bool>(records_); }
+    explicit operator bool() const { return !failed_; }
 
-    /** The copy's records: usCount of them. */
-    std::span<TempInfo> records() const { return {records_.get(), header_.usCount}; }
+    /** The copy's records. */
+    std::span<TempInfo> records() const { return state_.records(); }
 
     /** Makes room for a record at an index; its content is what stood there before. */
     void insert_record(std::size_t index);
 
     /** Keeps that many records, the first ones. */
-    void keep_records(std::size_t count) { header_.usCount = static_cast<std::uint16_t>(count); }
+    void keep_records(std::size_t count) { state_.set_count(count); }
 
-    /** Creates the new temp file and writes header and records. */
+    /** Creates the new temp file, for the text of as many records as there are now. */
     void begin();
+
+    /** Offset in the new text of what is written next. */
+    std::uint32_t offset() const { return new_offset_; }
 
     /** Copies old text up to an offset. */
     void copy_up_to(std::uint32_t offset) { copy(offset - old_offset_); }
@@ -61,6 +65,12 @@ class Rewrite {
     void write_hyphen_line();
 
     /**
+     * Holds the new text against the changed records: read as an open would, it must give
+     * exactly their blocks. If it does not, the rewrite has failed, with message 8.
+     */
+    void check_blocks();
+
+    /**
      * Makes the new temp file and the changed index the open file's and sets the edit flag.
      * @return 1; 0 with message 1, 8 or that for no memory in the record
      */
@@ -75,10 +85,9 @@ class Rewrite {
 
     Accdata *record_;
     Message no_memory_;
-    TempIndex header_;
-    HeapBlock<TempInfo> records_;
-    NewTempFile file_;
+    WorkingState state_;
     std::uint32_t old_offset_ = 0; // where the old text stands
+    std::uint32_t new_offset_ = 0; // bytes of the new text
     bool failed_ = false;
 };
 

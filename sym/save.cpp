@@ -1,53 +1,44 @@
 // Saving the open file to disk, and deleting files from it.
-#include <cstring>
+#include <optional>
 
 #include "common/acccom.h"
 #include "common/save_file.h"
-#include "common/stream.h"
+#include "common/whole_file.h"
 #include "record/message.h"
 #include "sym/catalogue.h"
+#include "sym/read_back.h"
 #include "sym/title_rename.h"
 
 namespace acc {
 namespace {
 
-/**
- * Reads a file from where it stands to its end, through its handle alone: somebody who
- * tidies the temp directory may have removed its name.
- *
- * @param length  set to the bytes read
- * @return        the bytes with a NUL behind them; empty when there is no memory or a read
- *                failed
- */
-HeapBlock<unsigned char> SymFileEndRead(const AccFile &file, unsigned &length) {
-    unsigned room = 64 * 1024;
-    auto bytes = HeapBlock<unsigned char>::allocate(room + 1);
-    length = 0;
-    while (bytes) {
-        const int wanted = static_cast<int>(room - length);
-        length += static_cast<unsigned>(CM_read(file.hFile, wanted, bytes.get() + length));
-        if (stream_failed(file.hFile)) return {};
-        if (length < room) return bytes;
-        void *larger = CM_realloc(bytes.get(), room + 1, 2 * room + 1);
-        if (!larger) return {};
-        static_cast<void>(bytes.release()); // CM_realloc has freed it
-        bytes.reset(static_cast<unsigned char *>(larger));
-        room *= 2;
-    }
-    return bytes;
-}
+/** What a save writes. */
+using DiskForm = HeapBlock<unsigned char>;
 
-/** The open file's text in the disk form; empty as above, or when the temp file was cut. */
-HeapBlock<unsigned char> disk_form() {
-    const AccFile &temp = g_tAccFile[1];
-    if (CM_seek(temp.hFile, static_cast<int>(m_tTempIndex.ulTextPos), 0) != 0) return {};
-    unsigned length;
-    const auto text = SymFileEndRead(temp, length);
-    const TempInfo &last = open_records().back();
-    if (!text || length < title_offset_as_written || length < last.ulDataPos + 2 * last.ulDataLen) {
-        return {};
+/**
+ * Makes the disk form of the open file's text, and looks at it as an open would: it must hold
+ * the titles and the symbols of the index.
+ *
+ * @return nothing when done; else why nothing can be written: 7 the temp file cannot be read, 8
+ * something would be lost, 11 no memory
+ */
+std::optional<Message> make_disk_form(DiskForm &disk) {
+    const int handle = g_tAccFile[1].hFile;
+    if (m_bTextCut) return Message::writing_failed;
+    if (CM_seek(handle, static_cast<int>(m_tTempIndex.ulTextPos), 0) != 0) {
+        return Message::reading_failed;
     }
-    return HeapBlock<unsigned char>(CM_sjis2euc(text.get()));
+    const WholeFile text = read_to_end(handle, most_text);
+    if (text.result == WholeFile::Result::no_memory) return Message::out_of_memory;
+    if (!text) return Message::reading_failed;
+    disk.reset(CM_sjis2euc(text.bytes.get()));
+    const HeapBlock<unsigned char> again(disk ? CM_euc2sjis(disk.get()) : nullptr);
+    if (!again) return Message::out_of_memory;
+    const Text read{again.get(), static_cast<std::size_t>(CM_lstrlen(again.get()))};
+    if (!reads_as(read, open_records(), {text.bytes.get(), text.length})) {
+        return Message::writing_failed;
+    }
+    return std::nullopt;
 }
 
 int result_of(Accdata *record, SaveResult result) {
@@ -68,7 +59,7 @@ int result_of(Accdata *record, SaveResult result) {
 int save_new(Accdata *record, int number, std::span<const unsigned char> bytes) {
     NewPath path;
     SaveResult result = SaveResult::cannot_create; // a path too long to be listed
-    while (new_file_path(number++, path)) {
+    for (; new_file_path(number, path); number = next_free_number(number)) {
         result = create_file(path, bytes);
         if (result != SaveResult::taken) break;
     }
@@ -92,15 +83,15 @@ int SYM_FileSaveProc(Accdata *record) {
     }
     acc::rescan_catalogue();
     const SymFileListEntry *entry = acc::SymMemTableTitleSearchProc(title);
+    if (!acc::search_is_certain(entry)) return acc::fail(record, Message::reading_failed);
     int number = 0;
     if (!entry) {
-        if (!acc::catalogue_is_complete()) return acc::fail(record, Message::reading_failed);
         if (acc::SymMainTitleChg(record) != ACC_RET_OK) return ACC_RET_ERROR;
         number = acc::SymGetFreeFileNoProc();
         if (number < 0) return acc::fail(record, Message::out_of_memory);
     }
-    const auto bytes = acc::disk_form();
-    if (!bytes) return acc::fail(record, Message::out_of_memory);
+    acc::DiskForm bytes;
+    if (const auto failure = acc::make_disk_form(bytes)) return acc::fail(record, *failure);
     const std::span<const unsigned char> disk(bytes.get(),
                                               static_cast<std::size_t>(CM_lstrlen(bytes.get())));
     return entry ? acc::result_of(record, acc::replace_file(entry->ucFileName, disk))
@@ -116,6 +107,7 @@ int SYM_FileDelProc(Accdata *record) {
     acc::rescan_catalogue();
     const SymFileListEntry *entry = acc::SymMemTableTitleSearchProc(record->lpchString1);
     if (!entry) return acc::fail(record, Message::file_does_not_exist);
+    if (!acc::search_is_certain(entry)) return acc::fail(record, Message::reading_failed);
     CM_remove(entry->ucFileName);
     acc::SymMemTableDelProc(entry);
     return ACC_RET_OK;

@@ -3,7 +3,7 @@
 #define ACCSYM_SYM_SYMBOL_FILE_H
 
 #include "accsym.h"
-#include "common/heap_block.h"
+#include "common/whole_file.h"
 #include "sym/format.h"
 
 namespace acc {
@@ -15,7 +15,7 @@ namespace acc {
  * cannot be written does not open.
  *
  * @param path  whole path, with a "/", fits ucFullName and its parts their fields
- * @return      the handle, or -1
+ * @return      the handle; -1 when it cannot be opened or is no regular file
  */
 int SymFileOpen(const unsigned char *path);
 
@@ -23,18 +23,18 @@ int SymFileOpen(const unsigned char *path);
 struct SymbolText {
     HeapBlock<unsigned char> bytes; // NUL-ended
     std::uint32_t length = 0;
-    Range title; // the file title within it
+    Range title;      // the file title within it
+    bool cut = false; // the file holds more, behind a NUL byte
     Text text() const { return {bytes.get(), length}; }
 };
 
 /**
- * Reads a symbol file, converts it to the text form and checks its head.
+ * Converts a symbol file to the text form and checks its head.
  *
- * @param raw   zero-filled block of size + 1 bytes for the file's bytes
- * @param size  of the file, bytes
- * @return      false when the file ends early, cannot be converted or is no symbol file
+ * @param disk    all bytes of the file
+ * @return        false when it cannot be converted or is no symbol file
  */
-bool SymFileRead(int handle, HeapBlock<unsigned char> raw, int size, SymbolText &result);
+bool SymFileRead(WholeFile disk, SymbolText &result);
 
 } // namespace acc
 

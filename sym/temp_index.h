@@ -47,65 +47,10 @@ namespace acc {
 
 inline constexpr std::uint16_t max_records = 32767;
 
-/** What SymTempDevelop and the readers of the index answer. */
-enum class Develop { done, write_failed, too_deep, does_not_fit };
-
-/**
- * Creates a new temp file, readable and writable by its owner alone, in TMPDIR when that
- * is set or else in the system's directory.
- *
- * @param file  its names are set; hFile is left to the caller
- * @return      the handle, or -1
- */
-int SymTempOpen(AccFile *file);
-
-/** Closes a temp file and removes it; hFile becomes 0. */
-void discard_temp_file(AccFile *file);
-
-/** A new temp file; unless it became the working one it is removed at the end. */
-class NewTempFile {
-  public:
-    NewTempFile() = default;
-    ~NewTempFile() {
-        if (file_.hFile != 0) discard_temp_file(&file_);
-    }
-    NewTempFile(const NewTempFile &) = delete;
-    NewTempFile &operator=(const NewTempFile &) = delete;
-
-    /** @return false when it cannot be created */
-    bool create();
-
-    int handle() const { return file_.hFile; }
-    const unsigned char *path() const { return file_.ucFullName; }
-
-    /** Removes the working temp file and takes its place. */
-    void become_working();
-
-  private:
-    AccFile file_{};
-};
-
-/**
- * Creates the working temp file into g_tAccFile[1].
- * @return 1; 0 with message 1 in the record
- */
-int SymTempOpenProc(Accdata *record);
-
-/**
- * Develops a text into a temp file: header, records, text.
- *
- * A text that stops within its last block is closed first, so that the text written may
- * be a little longer than the one given. The file is flushed.
- *
- * @param handle  an empty temp file
- * @param title   place of the file title in the text
- * @param work    scratch record
- * @param header  set to the header written
- * @return        done; write_failed; too_deep when a block lies below level 10 (all is
- *                written); does_not_fit when a title, a path or the number of blocks is
- *                larger than the index holds, or the file would reach 2 GiB
- */
-Develop SymTempDevelop(int handle, Text text, Range title, TempInfo *work, TempIndex *header);
+/** What a temp file with that many records has before its text. */
+constexpr std::uint32_t text_position(std::uint32_t records) {
+    return static_cast<std::uint32_t>(sizeof(TempIndex) + records * sizeof(TempInfo));
+}
 
 } // namespace acc
 

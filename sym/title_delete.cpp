@@ -9,7 +9,7 @@ int SYM_TitleDel(Accdata *record) {
     if (!list) return ACC_RET_NONE;
     if (record->wCurrentList == 1) return acc::fail(record, Message::parent_cannot_be_deleted);
     const int number = acc::title_shown(*list);
-    if (number < 0) return acc::fail(record, Message::title_exists);
+    if (number < 0) return acc::fail(record, Message::no_such_title);
     if (number == 0) return acc::fail(record, Message::parent_cannot_be_deleted);
 
     const acc::Records open = acc::open_records();

@@ -3,11 +3,13 @@
 #include "sym/title_rename.h"
 
 #include <cstring>
+#include <optional>
 
 #include "common/acccom.h"
-#include "common/sjis_text.h"
+#include "common/whole_file.h"
 #include "sym/accept.h"
 #include "sym/current_title.h"
+#include "sym/read_back.h"
 #include "sym/rewrite.h"
 #include "sym/tree.h"
 
@@ -29,32 +31,42 @@ bool replace_beginning(unsigned char *path, std::uint32_t old_bytes,
     return true;
 }
 
-/** Gives every block the place at which it will stand in a text written from the index. */
-void place_blocks(std::span<TempInfo> records) {
-    const std::uint32_t file_title_bytes = length(records[0].ucTitle);
-    records[0].ulTitlePos = title_offset_as_written;
-    std::uint32_t offset = title_offset_as_written + file_title_bytes + 2;
-    for (TempInfo &block : records.subspan(1)) {
-        const unsigned char *in_brackets = title_path(block, file_title_bytes);
-        const std::uint32_t bytes = block_bytes(length(in_brackets), block.ulDataLen);
-        block.ulTitlePos = offset;
-        offset += bytes;
-        block.ulDataPos = offset - 42 - 2 * block.ulDataLen;
-        block.usLevel = level_of(in_brackets);
+/**
+ * Whether the whole text can be written anew from the index: whatever stands outside of the
+ * blocks would be gone then, and must be no title that a person may have meant.
+ */
+std::optional<Message> may_be_written_anew(Message no_memory) {
+    const int handle = g_tAccFile[1].hFile;
+    if (CM_seek(handle, static_cast<int>(m_tTempIndex.ulTextPos), 0) != 0) {
+        return Message::reading_failed;
     }
+    const WholeFile file = read_to_end(handle, most_text);
+    if (file.result == WholeFile::Result::no_memory) return no_memory;
+    const Range title = {open_records()[0].ulTitlePos, length(open_title())};
+    if (!file || has_stray_title({file.bytes.get(), file.length}, title)) {
+        return Message::writing_failed;
+    }
+    return std::nullopt;
 }
 
-/** Writes head and blocks anew; the symbols come from where they stood. */
-void write_text(Rewrite &rewrite, Records old) {
+/** Writes head and blocks anew and notes where they stand; the symbols come from the old text. */
+void write_text(Rewrite &rewrite) {
+    const Records old = open_records();
     const std::span<TempInfo> records = rewrite.records();
+    const std::uint32_t file_title_bytes = length(records[0].ucTitle);
     rewrite.begin();
     rewrite.write(m_ucSymHeader.span());
     rewrite.write(m_ucSymReturn.span());
     rewrite.write(m_ucSymNameHeader.span());
-    rewrite.write({records[0].ucTitle, length(records[0].ucTitle)});
+    records[0].ulTitlePos = rewrite.offset();
+    rewrite.write({records[0].ucTitle, file_title_bytes});
     rewrite.write(m_ucSymReturn.span());
     for (std::size_t i = 1; i < records.size(); ++i) {
-        rewrite.write_block_head(title_path(records[i], length(records[0].ucTitle)));
+        const unsigned char *in_brackets = title_path(records[i], file_title_bytes);
+        records[i].usLevel = level_of(in_brackets);
+        records[i].ulTitlePos = rewrite.offset();
+        rewrite.write_block_head(in_brackets);
+        records[i].ulDataPos = rewrite.offset();
         rewrite.skip_to(old[i].ulDataPos);
         rewrite.copy(2 * old[i].ulDataLen);
         rewrite.write_hyphen_line();
@@ -69,19 +81,21 @@ int SymChildTitleChg(Accdata *record, ListBox &list) {
         return refuse(record, verdict);
     }
     const int number = title_shown(list);
-    if (number < 0) return fail(record, Message::title_exists);
-    if (number == 0)
-        return fail(record, Message::input_error); // the file itself: list 1 renames it
+    if (number < 0) return fail(record, Message::no_such_title);
 
     const Records open = open_records();
     const TempInfo &old = open[static_cast<std::size_t>(number)];
-    unsigned char new_path[max_path + 2 + max_title + 1];
-    CM_strcpy(new_path, old.ucPath);
-    CM_strcpy(find_last_char(new_path, separator) + 2, title);
-    if (length(new_path) > max_path) return fail(record, Message::input_error);
+    FullPath parent, new_path;
+    CM_strcpy(parent, old.ucPath);
+    // The file itself has no parent: list 1 renames it.
+    if (!cut_at_parent(parent) || !make_path(parent, title, new_path)) {
+        return fail(record, Message::input_error);
+    }
     if (SymGetIndex2(open, new_path) >= 0) return fail(record, Message::title_exists);
 
-    Rewrite rewrite(record, Message::memory_not_allocated);
+    constexpr Message no_memory = Message::memory_not_allocated;
+    if (const auto failure = may_be_written_anew(no_memory)) return fail(record, *failure);
+    Rewrite rewrite(record, no_memory);
     if (!rewrite) return ACC_RET_ERROR;
     for (TempInfo &block : rewrite.records()) {
         if (is_below(block.ucPath, old.ucPath) &&
@@ -92,8 +106,8 @@ int SymChildTitleChg(Accdata *record, ListBox &list) {
     TempInfo &renamed = rewrite.records()[static_cast<std::size_t>(number)];
     CM_strcpy(renamed.ucTitle, title);
     CM_strcpy(renamed.ucPath, new_path);
-    place_blocks(rewrite.records());
-    write_text(rewrite, open);
+    write_text(rewrite);
+    rewrite.check_blocks();
     if (rewrite.install() != ACC_RET_OK) return ACC_RET_ERROR;
     show_path(list, new_path);
     return ACC_RET_OK;
@@ -104,10 +118,10 @@ int SymChildTitleChg(Accdata *record, ListBox &list) {
 int SymMainTitleChg(Accdata *record) {
     const unsigned char *title = record->lpchString1;
     if (!title) return fail(record, Message::memory_not_allocated);
-    if (!is_file_open()) return fail(record, Message::no_file_open);
     if (const auto verdict = accept_title(title, max_file_title); verdict != Verdict::accepted) {
         return refuse(record, verdict);
     }
+    if (!is_file_open()) return fail(record, Message::no_file_open);
     const TempInfo old = open_records()[0];
     if (CM_strcmp(old.ucTitle, title) == 0) {
         put_message(record, Message::title_exists);

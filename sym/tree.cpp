@@ -62,6 +62,24 @@ bool is_below(const unsigned char *path, const unsigned char *title) {
            begins_with(path + bytes, m_ucSymKugiri.data(), m_ucSymKugiri.size());
 }
 
+bool cut_at_parent(unsigned char *path) {
+    const unsigned char *file_title = open_title();
+    if (!is_below(path, file_title)) return false;
+    unsigned char *file_title_end = path + CM_lstrlen(file_title);
+    unsigned char *cut = find_last_char(file_title_end + m_ucSymKugiri.size(), separator);
+    *(cut ? cut : file_title_end) = 0;
+    return true;
+}
+
+bool make_path(const unsigned char *parent, const unsigned char *title, FullPath &path) {
+    const auto bytes = static_cast<unsigned>(CM_lstrlen(parent) + CM_lstrlen(title));
+    if (bytes + m_ucSymKugiri.size() > max_path) return false;
+    CM_strcpy(path, parent);
+    CM_strcat(path, m_ucSymKugiri.data());
+    CM_strcat(path, title);
+    return true;
+}
+
 std::size_t insertion_index(Records records, std::size_t parent) {
     std::size_t last = parent;
     for (std::size_t i = parent + 1; i < records.size(); ++i) {

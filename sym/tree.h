@@ -21,13 +21,23 @@ std::uint16_t level_of(const unsigned char *path);
  */
 bool is_below(const unsigned char *path, const unsigned char *title);
 
+/** A full path with its NUL, as a field of the index holds it. */
+using FullPath = unsigned char[sizeof(TempInfo::ucPath)];
+
+/**
+ * Cuts a full path of the open file at its parent: at the last separator of its titles, the
+ * one behind the file title at the first of them. The file title is stepped over: one from a
+ * file may hold a separator, or end in half a character that would eat the next one.
+ *
+ * @return false, and nothing cut, for the file title and for what does not lie below it
+ */
+bool cut_at_parent(unsigned char *path);
+
+/** The full path of a title below a parent. @return false when it is too long */
+bool make_path(const unsigned char *parent, const unsigned char *title, FullPath &path);
+
 /** Index at which a new child of that record goes: behind all that lies below it. */
 std::size_t insertion_index(Records records, std::size_t parent);
-
-/** Bytes of a block as the library writes it. */
-constexpr std::uint32_t block_bytes(std::uint32_t title_path_bytes, std::uint32_t data_units) {
-    return title_path_bytes + 90 + 2 * data_units;
-}
 
 /** Moves blocks by a number of bytes. */
 void move_blocks(std::span<TempInfo> records, std::int64_t bytes);

@@ -133,7 +133,7 @@ TEST_F(Files, copies) {
 
 TEST_F(Files, new_files_replace_nothing) {
     std::string name = path("new_XXXXXX");
-    acc::OpenFile exclusive(acc::create_exclusive(reinterpret_cast<unsigned char *>(name.data())));
+    acc::OpenFile exclusive(acc::create_temporary(reinterpret_cast<unsigned char *>(name.data())));
     ASSERT_TRUE(exclusive);
     EXPECT_EQ(CM_write(exclusive.handle(), 1, "x"), 1);
     EXPECT_EQ(acc::sync(exclusive.handle()), 0);

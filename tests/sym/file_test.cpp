@@ -148,7 +148,7 @@ TEST(save, needs_no_name_of_the_temp_file_and_takes_no_cut_one) {
     ASSERT_EQ(e.host.open("例"), 1);
     fs::resize_file(text(g_tAccFile[1].ucFullName), 40000);
     EXPECT_EQ(e.save("例"), 0);
-    EXPECT_EQ(e.host.message(), "メモリの確保に失敗しました。");
+    EXPECT_EQ(e.host.message(), "ファイルの書き込みに失敗しました。");
     EXPECT_EQ(read_file(e.ws.common / "a.kig"), file);
 }
 

@@ -115,7 +115,7 @@ TEST(closing, completes_a_text_cut_anywhere) {
             EXPECT_EQ(b.data, last.data + closing.data_shift) << cut;
             EXPECT_EQ(b.data_units, last.data_units + closing.units) << cut;
             EXPECT_EQ(b.symbols, last.symbols + closing.symbols) << cut;
-            EXPECT_TRUE(b.has_end_line && b.missing == 0) << cut;
+            EXPECT_EQ(b.cut, Cut::nowhere) << cut;
             place = b.end;
         }
         ASSERT_LE(place, closed.size()) << cut;
