@@ -4,13 +4,13 @@
 #ifndef ACCSYM_TESTS_COMMON_BYTES_H
 #define ACCSYM_TESTS_COMMON_BYTES_H
 
+#include <gtest/gtest.h>
 #include <sys/mman.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <cstdlib>
-#include <string>
-#include <string_view>
+#include <functional>
+
+#include "support/text.h"
 
 using Bytes = std::string;
 
@@ -20,27 +20,9 @@ inline Bytes pair(int first, int second) {
     return {static_cast<char>(first), static_cast<char>(second)};
 }
 
-inline const unsigned char *u(std::string_view text) {
-    return reinterpret_cast<const unsigned char *>(text.data());
-}
-
-inline Bytes text_of(const unsigned char *text) {
-    return text == nullptr ? Bytes("(null)") : Bytes(reinterpret_cast<const char *>(text));
-}
-
 /** -1 for null. */
 inline int index_in(const unsigned char *text, const unsigned char *found) {
     return found == nullptr ? -1 : static_cast<int>(found - text);
-}
-
-inline std::string hex(std::string_view data) {
-    std::string result;
-    for (const char byte : data) {
-        char digits[4];
-        std::snprintf(digits, sizeof digits, "%02X ", static_cast<unsigned char>(byte));
-        result += digits;
-    }
-    return result;
 }
 
 /** Memory before a page that must not be touched. Blocks share it: one at a time. */
@@ -52,13 +34,7 @@ class GuardedMemory {
     ~GuardedMemory() { munmap(area_, usable + page); }
 
     /** A block that holds exactly these bytes. */
-    unsigned char *copy(std::string_view data) { return std::copy(data.begin(), data.end(), end() - data.size()) - data.size(); }
-
-    /** A block of exactly this size, filled with 0xEE. */
-    unsigned char *block(std::size_t size) { return copy(Bytes(size, '\xEE')); }
-
-    /** The bytes and a NUL. */
-    unsigned char *text(const Bytes &data) { return copy(data + '\0'); }
+    unsigned char *copy(const Bytes &data) { return std::copy(data.begin(), data.end(), end() - data.size()) - data.size(); }
 
   private:
     static constexpr std::size_t page = 65536;
@@ -66,5 +42,23 @@ class GuardedMemory {
     unsigned char *end() { return static_cast<unsigned char *>(area_) + usable; }
     void *area_;
 };
+
+/** What a function makes of a text: all bytes that it writes, its NUL too, and its result. */
+struct Example {
+    const char *name;
+    std::function<int(unsigned char *out, const unsigned char *in)> call;
+    Bytes in, out;
+    int result;
+};
+
+/** Holds the functions to their examples, in memory that ends behind both texts. */
+inline void expect(const std::vector<Example> &examples) {
+    for (const auto &[name, call, in, out, result] : examples) {
+        GuardedMemory source, destination;
+        unsigned char *const written = destination.copy(Bytes(out.size(), '\xEE'));
+        EXPECT_EQ(call(written, source.copy(in + '\0')), result) << name;
+        EXPECT_EQ(Bytes(written, written + out.size()), out) << name;
+    }
+}
 
 #endif
