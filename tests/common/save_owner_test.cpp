@@ -9,7 +9,7 @@
 #include <fstream>
 
 #include "common/save_file.h"
-#include "tests/common/bytes.h"
+#include "support/text.h"
 
 namespace {
 
@@ -42,8 +42,8 @@ TEST(SavedFile, keeps_its_group_or_gives_that_of_the_saver_nothing) {
         const pid_t child = fork();
         if (child == 0) {
             const bool changed = setgroups(1, &c.also) == 0 && setgid(c.gid) == 0 && setuid(c.uid) == 0;
-            const Bytes fresh = "new";
-            _exit(changed && acc::replace_file(u(name), {u(fresh), fresh.size()}) == acc::SaveResult::saved ? 0 : 1);
+            const std::string fresh = "new";
+            _exit(changed && acc::replace_file(bytes(name), {bytes(fresh), fresh.size()}) == acc::SaveResult::saved ? 0 : 1);
         }
         int status = 0;
         waitpid(child, &status, 0);

@@ -7,7 +7,7 @@
 
 #include "common/faults.h"
 #include "common/stream.h"
-#include "tests/common/bytes.h"
+#include "support/text.h"
 
 namespace {
 
@@ -48,7 +48,7 @@ TEST(WholeFile, is_read_from_where_the_handle_stands_to_its_end) {
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
         std::ofstream(name, std::ios::binary) << std::string(c.bytes, 'a');
-        const acc::OpenFile file(CM_open(u(name), "rb"));
+        const acc::OpenFile file(CM_open(bytes(name), "rb"));
         ASSERT_EQ(CM_seek(file.handle(), c.from, 0), 0);
         grown = false;
         acc::set_fault_hook(c.hook);
