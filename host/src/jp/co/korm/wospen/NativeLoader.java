@@ -3,6 +3,7 @@ package jp.co.korm.wospen;
 import java.io.File;
 import java.io.IOException;
 import java.io.InputStream;
+import java.nio.charset.StandardCharsets;
 import java.nio.file.Files;
 import java.nio.file.Path;
 import java.nio.file.StandardCopyOption;
@@ -15,40 +16,67 @@ import java.util.Locale;
  *
  * <p>A path in the system property {@value #PROPERTY} is final: that file or an error. Else
  * the folders of {@code java.library.path} are looked through, and then the copy inside the
- * jar is taken, by way of a temporary file that is gone again when it has been loaded.
+ * jar is taken, by way of a temporary file that is gone again when it has been loaded. A
+ * library that was built without its native methods is passed over like one that is broken.
  */
-final class NativeLoader {
-    static final String PROPERTY = "accsym.library";
+public final class NativeLoader {
+    /** System property that names the library's file. */
+    public static final String PROPERTY = "accsym.library";
+
+    private static final List<String> NATIVES = List.of("ZikSym_AccSym", "ZikSymAccdata_initFIDs",
+            "ZikSymListBox_initFIDs", "ZikNative_AccUnicodeToSjis", "ZikNative_AccSjisToUnicode");
 
     private static boolean loaded;
+    private static UnsatisfiedLinkError failure;
 
     private NativeLoader() {}
 
     /**
-     * Loads the library unless that has been done.
+     * Loads the library unless that has been done. The classes that need it call this; a
+     * program may call it earlier, to see the error where it can tell it.
      *
-     * @throws UnsatisfiedLinkError naming what was looked for, where, and what was wrong there
+     * @throws UnsatisfiedLinkError naming what was looked for, where, and what was wrong there.
+     *     It is final: later calls say the same
      */
-    static synchronized void load() {
-        if (loaded) return;
-        String explicit = System.getProperty(PROPERTY);
-        if (explicit != null) {
-            loadExplicit(explicit);
-        } else {
-            loadFound();
+    public static synchronized void load() {
+        if (!loaded && failure == null) {
+            try {
+                find();
+                loaded = true;
+            } catch (UnsatisfiedLinkError e) {
+                failure = e;
+            }
         }
-        loaded = true;
+        if (failure != null) throw error(failure.getMessage(), failure.getCause());
     }
 
-    private static void loadExplicit(String path) {
+    /** {@link #load()} for a static initialiser, which an error would make unusable for good. */
+    static boolean canLoad() {
         try {
-            System.load(Path.of(path).toAbsolutePath().toString());
-        } catch (UnsatisfiedLinkError | RuntimeException e) {
-            throw failure("the system property " + PROPERTY + " names " + path, List.of(e.toString()), e);
+            load();
+            return true;
+        } catch (UnsatisfiedLinkError e) {
+            return false;
         }
     }
 
-    private static void loadFound() {
+    private static void find() {
+        String explicit = System.getProperty(PROPERTY);
+        if (explicit == null) {
+            findInPlaces();
+        } else if (explicit.isEmpty()) {
+            throw failure("the system property " + PROPERTY + " is empty", List.of(), null);
+        } else {
+            try {
+                loadFile(Path.of(explicit).toAbsolutePath());
+            } catch (UnsatisfiedLinkError | IOException | RuntimeException e) {
+                String what = "the system property " + PROPERTY + " names " + explicit;
+                throw failure(what, List.of(e.toString()), e);
+            }
+        }
+    }
+
+    private static void findInPlaces() {
         String file = System.mapLibraryName("accsym");
         List<String> tried = new ArrayList<>();
         Throwable last = null;
@@ -59,9 +87,9 @@ final class NativeLoader {
                 continue;
             }
             try {
-                System.load(candidate.toString());
+                loadFile(candidate);
                 return;
-            } catch (UnsatisfiedLinkError e) {
+            } catch (UnsatisfiedLinkError | IOException e) {
                 tried.add(candidate + ": " + e.getMessage());
                 last = e;
             }
@@ -85,10 +113,25 @@ final class NativeLoader {
         Path temporary = Files.createTempFile("accsym", file);
         try {
             Files.copy(copy, temporary, StandardCopyOption.REPLACE_EXISTING);
-            System.load(temporary.toString());
+            loadFile(temporary);
         } finally {
             Files.deleteIfExists(temporary);
         }
+    }
+
+    /**
+     * Loads a file that has every native. What lacks one would load as well and fail at the
+     * first call, so the names are looked for beforehand, as they stand in a table of symbols.
+     */
+    private static void loadFile(Path file) throws IOException {
+        String bytes = new String(Files.readAllBytes(file), StandardCharsets.ISO_8859_1);
+        for (String name : NATIVES) {
+            if (!bytes.contains("Java_jp_co_korm_wospen_" + name + "\0")) {
+                throw new UnsatisfiedLinkError("it has no native method " + name.replace('_', '.')
+                        + "; it is no library, or was built without a Java development kit");
+            }
+        }
+        System.load(file.toString());
     }
 
     /** Folder of the copy for this machine, such as {@code linux-x86_64}. */
@@ -104,8 +147,12 @@ final class NativeLoader {
     }
 
     private static UnsatisfiedLinkError failure(String what, List<String> tried, Throwable cause) {
-        UnsatisfiedLinkError error = new UnsatisfiedLinkError(
-                "cannot load the symbol library: " + what + "\n  " + String.join("\n  ", tried));
+        String places = tried.isEmpty() ? "" : "\n  " + String.join("\n  ", tried);
+        return error("cannot load the symbol library: " + what + places, cause);
+    }
+
+    private static UnsatisfiedLinkError error(String message, Throwable cause) {
+        UnsatisfiedLinkError error = new UnsatisfiedLinkError(message);
         if (cause != null) error.initCause(cause);
         return error;
     }

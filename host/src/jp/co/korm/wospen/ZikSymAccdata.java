@@ -92,8 +92,16 @@ public class ZikSymAccdata {
     };
 
     static {
+        if (NativeLoader.canLoad()) initFIDs();
+    }
+
+    /**
+     * A record with buffers of the sizes above.
+     *
+     * @throws UnsatisfiedLinkError if the native library cannot be loaded
+     */
+    public ZikSymAccdata() {
         NativeLoader.load();
-        initFIDs();
     }
 
     /**

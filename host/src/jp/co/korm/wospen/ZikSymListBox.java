@@ -51,8 +51,16 @@ public class ZikSymListBox {
     public byte[] lpchLBItemInfo = new byte[ITEM_INFO_BYTES];
 
     static {
+        if (NativeLoader.canLoad()) initFIDs();
+    }
+
+    /**
+     * A list box with buffers of the sizes above.
+     *
+     * @throws UnsatisfiedLinkError if the native library cannot be loaded
+     */
+    public ZikSymListBox() {
         NativeLoader.load();
-        initFIDs();
     }
 
     /** As {@link ZikSymAccdata#initFIDs()}, for this class. */
