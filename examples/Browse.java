@@ -1,9 +1,9 @@
 import java.nio.file.Path;
-import jp.co.korm.wospen.Item;
-import jp.co.korm.wospen.Symbol;
-import jp.co.korm.wospen.SymbolFile;
-import jp.co.korm.wospen.SymbolLibrary;
-import jp.co.korm.wospen.Title;
+import jp.co.korm.wospen.symbols.Item;
+import jp.co.korm.wospen.symbols.Symbol;
+import jp.co.korm.wospen.symbols.SymbolFile;
+import jp.co.korm.wospen.symbols.SymbolLibrary;
+import jp.co.korm.wospen.symbols.Title;
 
 /**
  * Walks the standard set as a user would, title by title, and prints what it holds.
@@ -21,7 +21,7 @@ public class Browse {
         }
         Path directory = Path.of(arguments[0]);
         String fileTitle = arguments.length > 1 ? arguments[1] : SymbolLibrary.STANDARD_TITLE;
-        try (SymbolLibrary library = SymbolLibrary.acquire(directory, directory, directory);
+        try (SymbolLibrary library = SymbolLibrary.acquire(directory, directory);
                 SymbolFile file = library.open(fileTitle)) {
             System.out.println(file.title());
             int symbols = walk(file);

@@ -4,8 +4,9 @@ package jp.co.korm.wospen;
  * The library's own conversion between Shift_JIS and UTF-16, the table of JIS X 0208.
  *
  * <p>Both methods work in steps of two bytes, drop every result below U+0100 (ASCII, and the
- * twelve characters of JIS X 0208 that lie there) and check no size. {@link SjisText} is what
- * text wants. They keep no state: any thread may call at any time.
+ * twelve characters of JIS X 0208 that lie there) and check no size.
+ * {@link jp.co.korm.wospen.symbols.SjisText} is what text wants. They keep no state: any thread
+ * may call at any time.
  */
 public final class ZikNative {
     static {

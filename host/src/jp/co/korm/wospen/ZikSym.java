@@ -1,7 +1,17 @@
 package jp.co.korm.wospen;
 
-/** A record that can run its command. {@link SymbolLibrary} is the safer way to do so. */
+/**
+ * A record that can run its command. {@link jp.co.korm.wospen.symbols.SymbolLibrary} is the safer
+ * way to do so.
+ */
 public class ZikSym extends ZikSymAccdata {
+    /**
+     * A record with buffers of the least sizes.
+     *
+     * @throws UnsatisfiedLinkError if the native library cannot be loaded
+     */
+    public ZikSym() {}
+
     /**
      * Runs the command of {@link #wVkey} on this record and writes every field back.
      *

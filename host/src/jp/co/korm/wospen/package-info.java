@@ -1,7 +1,7 @@
 /**
- * The symbol library of a Japanese input method in a Java virtual machine.
+ * The native library's own record and natives, for programs that must see every field.
  *
- * <p>Begin at {@link jp.co.korm.wospen.SymbolLibrary}. {@link jp.co.korm.wospen.ZikSym} and what
- * it is made of are the native library's own record, for programs that must see every field.
+ * <p>Names, fields and this package are what the library looks for. Programs that want titles
+ * and symbols begin at {@link jp.co.korm.wospen.symbols.SymbolLibrary}.
  */
 package jp.co.korm.wospen;

@@ -1,9 +1,12 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
 
 import java.io.ByteArrayOutputStream;
 import java.nio.charset.Charset;
 import java.util.HashMap;
 import java.util.Map;
+import java.util.Objects;
+import jp.co.korm.wospen.NativeLoader;
+import jp.co.korm.wospen.ZikNative;
 
 /**
  * Text between Java and the library's Shift_JIS.
@@ -29,33 +32,48 @@ public final class SjisText {
             Map.entry(0x818B, '\u00B0'), Map.entry(0x8191, '\u00A2'), Map.entry(0x8192, '\u00A3'),
             Map.entry(0x8198, '\u00A7'), Map.entry(0x81CA, '\u00AC'), Map.entry(0x81F7, '\u00B6'));
 
-    /** Character of every double-byte code; 0 where there is none. */
-    private static final char[] TO_CHARACTER = new char[0x10000];
-    /** Code of every character of JIS X 0208. */
-    private static final Map<Character, Integer> TO_CODE = new HashMap<>();
+    /** Both directions, made at the first use: what fails there fails again and is not lost. */
+    private static volatile SjisText tables;
 
-    static {
+    /** Character of every double-byte code; 0 where there is none. */
+    private final char[] toCharacter = new char[0x10000];
+    /** Code of every character of JIS X 0208. */
+    private final Map<Character, Integer> toCode = new HashMap<>();
+
+    private SjisText() {
         for (int code = 0x8140; code <= 0xFCFC; code++) {
             if (!isDoubleByte(code)) continue;
             char character = jisCharacter(code);
             if (character != 0) {
-                TO_CODE.put(character, code);
+                toCode.put(character, code);
             } else {
                 character = vendorCharacter(code);
             }
-            TO_CHARACTER[code] = character;
+            toCharacter[code] = character;
         }
-        TO_CODE.put('\u00A5', 0x818F); // windows-31j would make these two an ASCII byte
-        TO_CODE.put('\u203E', 0x8150);
+        toCode.put('\u00A5', 0x818F); // windows-31j would make these two an ASCII byte
+        toCode.put('\u203E', 0x8150);
     }
 
-    private SjisText() {}
+    private static SjisText tables() {
+        SjisText made = tables;
+        if (made == null) {
+            NativeLoader.load();
+            made = new SjisText();
+            tables = made;
+        }
+        return made;
+    }
 
     /**
      * Decodes Shift_JIS up to its first NUL or its end. Never fails: a pair without a character
      * and a byte that begins none become one U+FFFD each.
+     *
+     * @param sjis the bytes
+     * @return their text
      */
     public static String decode(byte[] sjis) {
+        Objects.requireNonNull(sjis, "sjis");
         StringBuilder text = new StringBuilder();
         for (int i = 0; i < sjis.length && sjis[i] != 0; i++) {
             int first = sjis[i] & 0xFF;
@@ -77,10 +95,13 @@ public final class SjisText {
     /**
      * Encodes text as Shift_JIS, without a NUL at its end.
      *
+     * @param text the text
+     * @return its bytes
      * @throws UnencodableTextException at a character without a code, and at U+0000, which would
      *     end the text for the library
      */
     public static byte[] encode(String text) {
+        Objects.requireNonNull(text, "text");
         ByteArrayOutputStream sjis = new ByteArrayOutputStream();
         for (int i = 0; i < text.length(); i++) {
             char character = text.charAt(i);
@@ -100,7 +121,7 @@ public final class SjisText {
 
     /** Character of a double-byte code, lead byte in the high half; U+FFFD when there is none. */
     static char character(int code) {
-        char character = TO_CHARACTER[code];
+        char character = tables().toCharacter[code];
         return character == 0 ? REPLACEMENT : character;
     }
 
@@ -113,7 +134,7 @@ public final class SjisText {
     }
 
     private static int code(char character) {
-        Integer code = TO_CODE.get(character);
+        Integer code = tables().toCode.get(character);
         if (code != null) return code;
         byte[] vendor = String.valueOf(character).getBytes(VENDOR);
         return vendor.length == 2 ? (vendor[0] & 0xFF) << 8 | vendor[1] & 0xFF : 0;

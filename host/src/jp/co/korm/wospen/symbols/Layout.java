@@ -1,4 +1,6 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
+
+import java.util.Objects;
 
 /**
  * How lists are laid out.
@@ -15,12 +17,21 @@ public record Layout(String caption, int itemsPerPage, int headerSetting, int it
     /** Nine lines a page, no numbers. */
     public static final Layout DEFAULT = new Layout("", 9, 0, 64);
 
-    /** @throws IllegalArgumentException naming the number that is out of range */
+    /**
+     * A layout that the library can be given.
+     *
+     * @param caption as above
+     * @param itemsPerPage as above
+     * @param headerSetting as above
+     * @param itemLength as above
+     * @throws IllegalArgumentException naming the number that is out of range
+     * @throws UnencodableTextException for a caption with a character that Shift_JIS lacks
+     */
     public Layout {
         check("itemsPerPage", itemsPerPage, MAX_NUMBER);
         check("headerSetting", headerSetting, MAX_NUMBER);
         check("itemLength", itemLength, MAX_NUMBER);
-        SjisText.encode(caption);
+        SjisText.encode(Objects.requireNonNull(caption, "caption"));
     }
 
     private static void check(String name, int value, int greatest) {

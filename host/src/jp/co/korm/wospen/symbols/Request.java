@@ -1,8 +1,12 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
 
 import java.util.ArrayList;
 import java.util.Arrays;
 import java.util.List;
+import jp.co.korm.wospen.Command;
+import jp.co.korm.wospen.ZikSym;
+import jp.co.korm.wospen.ZikSymListBox;
+import jp.co.korm.wospen.symbols.SymbolException.Reason;
 
 /** The record behind {@link SymbolLibrary}: sets inputs, runs a command, reads outputs. */
 final class Request {
@@ -11,10 +15,10 @@ final class Request {
     static final int NOTHING_DONE = 2;
     static final int NOT_FOUND = -1;
 
-    private static final int LIST_BOX_MEMORY = 9;
     private static final int LONGEST_STRING = 32767;
 
-    private final ZikSym record = new ZikSym();
+    final ZikSym record = new ZikSym();
+    private Command command;
 
     /**
      * Runs a command on {@code lpchString1} and what follows.
@@ -37,6 +41,7 @@ final class Request {
         record.wDataUpdate = 0;
         record.cchMessage = 0;
         record.wVkey = command.code();
+        this.command = command;
         return record.AccSym();
     }
 
@@ -48,7 +53,17 @@ final class Request {
 
     /** The failure of the last command. */
     SymbolException failure(String action, int result) {
-        return new SymbolException(action, result, message());
+        return new SymbolException(action, reason(result), result, message(), null);
+    }
+
+    /** Why the last command failed. */
+    Reason reason(int result) {
+        return Reason.of(command, result, message());
+    }
+
+    /** Whether the last command did what it should, but could not fill a list after it. */
+    boolean isUnfilled(int result) {
+        return result == FAILED && reason(result) == Reason.CANNOT_READ;
     }
 
     /** Text of the last command; empty when it left none. */
@@ -58,11 +73,7 @@ final class Request {
 
     /** Whether the last command, though done, had to end a list early. */
     boolean cutShort() {
-        return SymbolException.numberOf(message()) == LIST_BOX_MEMORY;
-    }
-
-    boolean listsChanged() {
-        return (record.wDataUpdate & ZikSymAccdata.ACCDATA_LIST) != 0;
+        return Reason.of(command, DONE, message()) == Reason.TOO_DEEP;
     }
 
     Symbol result() {
@@ -87,11 +98,18 @@ final class Request {
         record.wCurrentList = list;
     }
 
-    /** Makes room for a caption in every list. */
-    void reserveCaption(int bytes) {
+    /** Lays out all lists, with room for the caption in each. @return the result */
+    int layOut(Layout layout) {
+        byte[] caption = SjisText.encode(layout.caption());
         for (ZikSymListBox list : record.tListBox) {
-            if (list.lpchLBTitle.length <= bytes) list.lpchLBTitle = new byte[bytes + 1];
+            if (list.lpchLBTitle.length <= caption.length) list.lpchLBTitle = new byte[caption.length + 1];
         }
+        return run(Command.SET_ATTRIBUTE, caption, number(layout.itemsPerPage()),
+                number(layout.headerSetting()), number(layout.itemLength()));
+    }
+
+    private static byte[] number(int value) {
+        return new byte[] {(byte) (value >> 8), (byte) value};
     }
 
     Title level(int list) {
@@ -121,26 +139,23 @@ final class Request {
 
     /** Index of a list's current item; -1 when there is none. */
     int cursor(int list) {
-        ZikSymListBox box = box(list);
-        int index = box.cchLBItemPageFirst + box.cchLBItemNum - 2;
-        return box.cchLBItemNum == 0 || index >= box.cchLBItemTotal ? -1 : index;
+        int index = box(list).cchLBItemNum == 0 ? -1 : place(list);
+        return index < total(list) ? index : -1;
     }
 
-    /** Puts a list's cursor on an item and its page where that item is. */
-    void cursor(int list, int index) {
+    /** Where a list's cursor stands, also behind its items or, in a list without one, before them. */
+    int place(int list) {
         ZikSymListBox box = box(list);
+        return box.cchLBItemPageFirst + Math.max(box.cchLBItemNum, 1) - 2;
+    }
+
+    /** Puts a list's cursor on an item, the nearest that it has, and its page where that item is. */
+    void cursor(int list, int wanted) {
+        ZikSymListBox box = box(list);
+        int index = Math.max(0, Math.min(wanted, box.cchLBItemTotal - 1));
         int lines = box.cchLBItemNumMax == 0 ? Integer.MAX_VALUE : box.cchLBItemNumMax;
         box.cchLBItemPageFirst = index / lines * lines + 1;
         box.cchLBItemNum = index % lines + 1;
-    }
-
-    /** After an edit or a new page length: every cursor on an item of its list, where it was if it can. */
-    void settleCursors() {
-        for (int list = 1; list <= focus(); list++) {
-            ZikSymListBox box = box(list);
-            int index = box.cchLBItemPageFirst + Math.max(box.cchLBItemNum, 1) - 2;
-            cursor(list, Math.max(0, Math.min(index, box.cchLBItemTotal - 1)));
-        }
     }
 
     /** Puts a list's cursor on a title when the list has it. */
@@ -172,8 +187,8 @@ final class Request {
             at = end + (box.cchLBItemHead == 0 ? 1 : 2);
             if (number == box.cchLBItemNumMax) number = 0;
         }
-        return new Column(list, level(list), SjisText.decode(box.lpchLBTitle), List.copyOf(items),
-                List.copyOf(headers), cursor(list), Math.max(0, box.cchLBItemPageFirst - 1),
+        return new Column(list, level(list), SjisText.decode(box.lpchLBTitle), items, headers, cursor(list),
+                Math.max(0, box.cchLBItemPageFirst - 1),
                 box.cchLBItemNumMax, box.cchLBItemLenMax);
     }
 

@@ -1,6 +1,7 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
 
 import java.util.Arrays;
+import java.util.Objects;
 import java.util.Optional;
 
 /**
@@ -24,46 +25,57 @@ public final class Title implements Item {
     /**
      * The title of a full path.
      *
+     * @param path its parts, joined by "／"
+     * @return the title, whether or not a file has it
      * @throws UnencodableTextException at a character that Shift_JIS lacks
      */
     public static Title of(String path) {
-        return new Title(SjisText.encode(path), false);
+        return new Title(SjisText.encode(Objects.requireNonNull(path, "path")), false);
     }
 
-    /** The full path. */
+    /** {@return the full path} */
     public String path() {
         return SjisText.decode(sjis);
     }
 
-    /** The last part of the path. */
+    /** {@return the last part of the path} */
     @Override
     public String text() {
-        int cut = lastSeparator();
+        int cut = lastSeparator(0);
         return cut < 0 ? path() : SjisText.decode(Arrays.copyOfRange(sjis, cut + 2, sjis.length));
     }
 
-    /** The title above; empty for a path of one part. */
+    /** {@return the title above; empty for a path of one part} */
     public Optional<Title> parent() {
-        int cut = lastSeparator();
+        int cut = lastSeparator(0);
         return cut < 0 ? Optional.empty() : Optional.of(new Title(Arrays.copyOf(sjis, cut), true));
     }
 
-    /** Whether the list that this title was taken from says that it has child titles. */
+    /** The title above in a file, whose own title is above all, whatever stands in it. */
+    Title parentIn(Title file) {
+        int cut = startsWith(file) ? lastSeparator(file.sjis.length) : -1;
+        return cut < 0 ? file : new Title(Arrays.copyOf(sjis, cut), true);
+    }
+
+    /** {@return whether the list that this title was taken from says that it has child titles} */
     public boolean hasChildren() {
         return hasChildren;
     }
 
-    /** The path in Shift_JIS, a copy. */
+    /** {@return the path in Shift_JIS, a copy} */
     public byte[] sjis() {
         return sjis.clone();
     }
 
-    /** Whether this title stands somewhere below the other. */
+    /**
+     * Whether this title stands somewhere below another.
+     *
+     * @param other of the same file
+     * @return false also for the title itself
+     */
     public boolean isBelow(Title other) {
-        int length = other.sjis.length;
-        return sjis.length > length + 2
-                && Arrays.equals(sjis, 0, length, other.sjis, 0, length)
-                && codeAt(length) == SEPARATOR;
+        int length = Objects.requireNonNull(other, "other").sjis.length;
+        return sjis.length > length + 2 && startsWith(other) && codeAt(length) == SEPARATOR;
     }
 
     /** This title, at or below a file title, under another file title. */
@@ -74,10 +86,15 @@ public final class Title implements Item {
         return new Title(path, hasChildren);
     }
 
-    /** Offset of the last separator; a trail byte never counts as the beginning of one. */
-    private int lastSeparator() {
+    private boolean startsWith(Title other) {
+        int length = other.sjis.length;
+        return sjis.length >= length && Arrays.equals(sjis, 0, length, other.sjis, 0, length);
+    }
+
+    /** Offset of the last separator from there on; a trail byte never counts as the beginning of one. */
+    private int lastSeparator(int from) {
         int last = -1;
-        for (int i = 0; i + 1 < sjis.length; i++) {
+        for (int i = from; i + 1 < sjis.length; i++) {
             if (!SjisText.isDoubleByte(codeAt(i))) continue;
             if (codeAt(i) == SEPARATOR) last = i;
             i++;

@@ -1,6 +1,7 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
 
 import java.util.List;
+import java.util.Objects;
 import java.util.Optional;
 
 /**
@@ -20,23 +21,43 @@ import java.util.Optional;
  */
 public record Column(int number, Title title, String caption, List<Item> items, List<String> headers,
         int currentIndex, int pageFirst, int itemsPerPage, int itemLength) {
-    /** The current item. */
+    /**
+     * As the library's list is read.
+     *
+     * @param number as above
+     * @param title as above
+     * @param caption as above
+     * @param items copied
+     * @param headers copied
+     * @param currentIndex as above
+     * @param pageFirst as above
+     * @param itemsPerPage as above
+     * @param itemLength as above
+     */
+    public Column {
+        Objects.requireNonNull(title, "title");
+        Objects.requireNonNull(caption, "caption");
+        items = List.copyOf(items);
+        headers = List.copyOf(headers);
+    }
+
+    /** {@return the current item} */
     public Optional<Item> current() {
         return currentIndex < 0 ? Optional.empty() : Optional.of(items.get(currentIndex));
     }
 
-    /** The items of the page. */
+    /** {@return the items of the page} */
     public List<Item> page() {
         int end = itemsPerPage == 0 ? items.size() : Math.min(items.size(), pageFirst + itemsPerPage);
         return items.subList(Math.min(pageFirst, end), end);
     }
 
-    /** The titles among the items. */
+    /** {@return the titles among the items} */
     public List<Title> titles() {
         return items.stream().filter(Title.class::isInstance).map(Title.class::cast).toList();
     }
 
-    /** The symbols among the items. */
+    /** {@return the symbols among the items} */
     public List<Symbol> symbols() {
         return items.stream().filter(Symbol.class::isInstance).map(Symbol.class::cast).toList();
     }

@@ -1,7 +1,7 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
 
 /** What stands in a list: a title or a symbol. */
 public sealed interface Item permits Title, Symbol {
-    /** What a reader sees: the last part of a title's path, or the symbol. */
+    /** {@return what a reader sees: the last part of a title's path, or the symbol} */
     String text();
 }

@@ -1,4 +1,4 @@
-package jp.co.korm.wospen;
+package jp.co.korm.wospen.symbols;
 
 /**
  * The codes of a symbol as text.
