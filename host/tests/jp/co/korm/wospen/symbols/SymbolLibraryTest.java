@@ -33,12 +33,12 @@ class SymbolLibraryTest extends Workspace {
         assertRefused(Reason.FILE_EXISTS, () -> library.create("小"));
         assertFalse(library.exists(Title.of("無")));
         assertTrue(library.exists(Title.of("小")));
-        try (SymbolFile file = library.open("小")) {
-            assertRefused(Reason.ALREADY_OPEN, () -> library.open("深"));
-            assertThrows(IllegalStateException.class, () -> library.create("新"));
-            library.delete(Title.of("小"));
-            assertEquals("[深]", library.fileTitles().toString());
-        }
+        SymbolFile file = library.open("小");
+        assertRefused(Reason.ALREADY_OPEN, () -> library.open("深"));
+        assertThrows(IllegalStateException.class, () -> library.create("新"));
+        library.delete(Title.of("小"));
+        assertEquals("[深]", library.fileTitles().toString());
+        file.close();
         library.create("新").close();
     }
 
