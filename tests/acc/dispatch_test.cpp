@@ -3,7 +3,7 @@
 
 #include <set>
 
-#include "support/host.h"
+#include "support/editing.h"
 #include "support/text.h"
 
 namespace {
@@ -23,52 +23,28 @@ TEST(dispatcher, answers_2_to_unknown_codes_and_empties_the_message) {
 }
 
 TEST(dispatcher, leaves_everything_alone_when_the_current_list_is_none) {
-    Workspace ws;
-    ws.put("a.kig", worked_example());
-    Host host(ws);
-    ASSERT_EQ(host.open("例"), 1);
-    const std::string before = host.shown(1);
+    Editing e(worked_example());
+    e.host.string(1, to_sjis("例"));
     for (const int list : {0, 11, 65535}) {
-        for (const int code : {8, 12, 13, 14, 50, 55, 67, 132, 142, 143}) {
-            host.record.wCurrentList = static_cast<unsigned short>(list);
-            host.record.wDataStatus = 1;
-            EXPECT_EQ(host.run(code), 2) << code;
-            EXPECT_EQ(host.record.wCurrentList, list) << code;
-            EXPECT_EQ(host.record.wDataStatus, 1) << code;
-            EXPECT_EQ(host.shown(1), before) << code;
-            EXPECT_EQ(host.list(1).cchLBItemNumMax, 9) << code;
+        e.host.record.wCurrentList = static_cast<unsigned short>(list);
+        const State before(e);
+        for (const int code : {8, 12, 13, 14, 42, 50, 55, 67, 132, 136, 137, 138, 142, 143}) {
+            EXPECT_EQ(e.host.run(code), 2) << code;
+            EXPECT_EQ(e.host.message(), "") << code;
+            EXPECT_EQ(State(e), before) << code;
+            EXPECT_EQ(e.host.list(1).cchLBItemNumMax, 9) << code;
         }
     }
 }
 
-TEST(dispatcher, refuses_null_strings_with_message_4) {
-    Workspace ws;
-    ws.put("a.kig", worked_example());
-    Host host(ws);
-    ASSERT_EQ(host.open("例"), 1);
-    const std::pair<int, int> cases[] = {{143, 1}, {142, 1}, {142, 2}, {142, 3}, {142, 4}, {139, 1}};
-    for (const auto &[code, string] : cases) {
-        for (int number = 1; number <= 4; ++number) host.string(number, "xx");
-        host.null_string(string);
-        EXPECT_EQ(host.run(code), 0) << code;
-        EXPECT_EQ(host.message(), "メモリが割り当てられていません。") << code;
-        EXPECT_EQ(host.list(1).cchLBItemNumMax, 9) << code;
-    }
-}
-
-// The texts themselves show where they are raised; kigou's table holds all twenty.
-TEST(messages, fit_their_slots_and_answer_a_wrong_number_with_none) {
+// The texts show where they are raised; kigou's table holds all of them.
+TEST(messages, have_none_for_a_number_beyond_the_last) {
     unsigned char buffer[80];
-    const std::pair<int, const char *> errors[] = {
-        {2, "引数エラー"}, {3, "詳細情報はありません。"}, {16, "記号ファイルのコンバートに失敗しました。"}, {-1, ""}, {20, ""}};
-    for (const auto &[index, expected] : errors) {
-        EXPECT_EQ(ACC_Sym_SetErrMsgProc(index, buffer), to_sjis(expected).size());
-        EXPECT_EQ(to_utf8(text(buffer)), expected);
-    }
-    const std::pair<int, const char *> statuses[] = {{0, "候補の終わりです。"}, {1, "候補はありません。"}, {2, ""}};
-    for (const auto &[index, expected] : statuses) {
-        EXPECT_EQ(ACC_Sym_SetStsMsgProc(index, buffer), to_sjis(expected).size());
-        EXPECT_EQ(to_utf8(text(buffer)), expected);
+    for (const int index : {-1, 20}) EXPECT_EQ(ACC_Sym_SetErrMsgProc(index, buffer) + buffer[0], 0);
+    const char *const statuses[] = {"候補の終わりです。", "候補はありません。", ""};
+    for (int index = 0; index < 3; ++index) {
+        EXPECT_EQ(ACC_Sym_SetStsMsgProc(index, buffer), to_sjis(statuses[index]).size());
+        EXPECT_EQ(to_utf8(text(buffer)), statuses[index]);
     }
 }
 

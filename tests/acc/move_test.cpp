@@ -1,28 +1,23 @@
 // The commands that move in the lists.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <sstream>
 
-#include "support/host.h"
+#include "support/editing.h"
 #include "support/text.h"
 
 namespace {
 
 /** Runs a script of command words and gives the results, joined by blanks. */
 std::string play(Host &host, const std::string &script) {
+    static const std::map<std::string, int> commands = {
+        {"next", ACC_VKEY_NEXT_ITEM}, {"back", ACC_VKEY_BEFORE_ITEM}, {"page", ACC_VKEY_NEXT_BLOCK}, {"pback", ACC_VKEY_BEFORE_BLOCK},
+        {"in", ACC_VKEY_RIGHT_ITEM},  {"out", ACC_VKEY_LEFT_ITEM},    {"take", ACC_VKEY_DECISION},   {"info", ACC_VKEY_GET_INFO},
+    };
     std::istringstream words(script);
-    std::string word, results;
-    while (words >> word) {
-        const int command = word == "next"    ? ACC_VKEY_NEXT_ITEM
-                            : word == "back"  ? ACC_VKEY_BEFORE_ITEM
-                            : word == "page"  ? ACC_VKEY_NEXT_BLOCK
-                            : word == "pback" ? ACC_VKEY_BEFORE_BLOCK
-                            : word == "in"    ? ACC_VKEY_RIGHT_ITEM
-                            : word == "out"   ? ACC_VKEY_LEFT_ITEM
-                            : word == "take"  ? ACC_VKEY_DECISION
-                                              : ACC_VKEY_GET_INFO;
-        results += (results.empty() ? "" : " ") + std::to_string(host.run(command));
-    }
+    std::string results;
+    for (std::string word; words >> word;) results += (results.empty() ? "" : " ") + std::to_string(host.run(commands.at(word)));
     return results;
 }
 
@@ -78,14 +73,15 @@ TEST(cursor, index_of_the_current_item) {
 }
 
 TEST(browsing, reaches_every_symbol_and_its_codes) {
-    Workspace ws;
-    ws.put("a.kig", symbol_file("例", block("矢印") + block("数学", "　＋×÷±∞∴♂♀℃￥\n") + block("数学／比較", "＝\n")));
-    Host host(ws);
-    host.record.wCurrentList = 1;
-    host.geometry(9, 4);
-    ASSERT_EQ(host.open("例"), 1);
-    EXPECT_EQ(play(host, "take info next in take info"), "2 2 1 1 2 2");
+    Editing e(symbol_file("例", block("矢印") + block("メ^", "　＋×÷±∞∴♂♀℃￥\n") + block("メ^／比較", "＝\n")));
+    Host &host = e.host;
+    EXPECT_EQ(play(host, "take info next"), "2 2 1");
+    host.record.wDataStatus = host.record.wDataUpdate = 1;
+    EXPECT_EQ(play(host, "in"), "1");
+    EXPECT_EQ(host.record.wDataStatus + host.record.wDataUpdate, 8 + 8);
     EXPECT_EQ(host.record.wCurrentList, 2);
+    EXPECT_EQ(host.shown(1), "1: 例／矢印<2> 2: 例／メ^<3>"); // no separator is in メ^, whatever its bytes
+    EXPECT_EQ(play(host, "take info"), "2 2");
     EXPECT_EQ(host.record.cchResult, 0);
 
     EXPECT_EQ(play(host, "next take info in"), "1 1 1 2"); // 　, and a symbol is no title
@@ -112,10 +108,8 @@ TEST(browsing, reaches_every_symbol_and_its_codes) {
 }
 
 TEST(browsing, cuts_the_codes_of_an_odd_symbol_at_their_buffer) {
-    Workspace ws;
-    ws.put("a.kig", symbol_file("例", block("A", "A C\x01あ\n")));
-    Host host(ws);
-    ASSERT_EQ(host.open("例"), 1);
+    Editing e(symbol_file("例", block("A", "A C\x01あ\n")));
+    Host &host = e.host;
     EXPECT_EQ(play(host, "in info"), "1 1");
     EXPECT_EQ(host.codes(2).substr(0, 9), "4120 0000");
     EXPECT_EQ(play(host, "next info"), "1 1");
@@ -124,54 +118,31 @@ TEST(browsing, cuts_the_codes_of_an_odd_symbol_at_their_buffer) {
     EXPECT_EQ(host.codes(2), "82A0 2422 0402");
 }
 
-TEST(browsing, stops_at_the_tenth_list) {
-    Workspace ws;
-    std::string blocks, path = "1";
-    for (int level = 2; level <= 10; ++level) {
-        blocks += block(path, "→\n");
-        path += "／" + std::to_string(level);
-    }
-    ws.put("a.kig", symbol_file("例", blocks));
-    Host host(ws);
-    ASSERT_EQ(host.open("例"), 1);
-    EXPECT_EQ(play(host, "in in in in in in in in in in"), "1 1 1 1 1 1 1 1 1 2");
-    EXPECT_EQ(host.record.wCurrentList, 10);
-    EXPECT_EQ(host.shown(10), "1: →<4>");
-    host.list(10).lpchLBListInfo[0] = LBINFO_TITLE; // a title of level 11, as an edit may leave it
-    EXPECT_EQ(play(host, "in"), "2");
-}
-
-TEST(browsing, descends_into_a_title_that_has_vanished) {
-    Workspace ws;
-    ws.put("a.kig", worked_example());
-    Host host(ws);
-    ASSERT_EQ(host.open("例"), 1);
-    host.list(1).lpchLBList[5] = 'x'; // the path within the first item
-    host.record.wDataStatus = 1;
-    EXPECT_EQ(play(host, "in"), "1");
-    EXPECT_EQ(host.record.wCurrentList, 2);
-    EXPECT_EQ(host.shown(2), "");
-    EXPECT_EQ(host.record.wDataStatus, 1);
+TEST(browsing, descends_no_further_than_titles_reach) {
+    Editing e(worked_example());
+    e.host.list(1).lpchLBList[5] = 'x'; // the path within the first item: there is no such title
+    e.host.record.wDataStatus = 1;
+    EXPECT_EQ(play(e.host, "in"), "1");
+    EXPECT_EQ(e.host.record.wCurrentList, 2);
+    EXPECT_EQ(e.host.shown(2), "");
+    EXPECT_EQ(e.host.record.wDataStatus, 1);
+    e.host.position("例／数学"); // a title of level 11, as an edit may leave it, would be shown like this
+    std::swap(e.host.list(2), e.host.list(10));
+    e.host.record.wCurrentList = 10;
+    EXPECT_EQ(play(e.host, "in"), "2");
 }
 
 // A title beginning with digits must not be taken for part of its header.
 TEST(browsing, cuts_headers_wider_than_their_setting) {
-    Workspace ws;
     std::string blocks;
     for (int i = 0; i < 12; ++i) blocks += block("9" + std::to_string(i));
-    ws.put("a.kig", symbol_file("2024", blocks));
     for (const int header : {2, 3, 4, 5}) {
-        Host host(ws);
-        host.record.wCurrentList = 1;
-        host.geometry(0, header);
-        ASSERT_EQ(host.open("2024"), 1);
-        host.list(1).cchLBItemNum = 12;
-        EXPECT_EQ(play(host, "in"), "1") << header;
-        EXPECT_EQ(to_utf8(text(host.list(2).lpchLBLevel)), "2024／911") << header;
+        Editing e(symbol_file("2024", blocks), "2024");
+        e.host.geometry(0, header);
+        e.host.list(1).cchLBItemNum = 12;
+        EXPECT_EQ(play(e.host, "in"), "1") << header;
+        EXPECT_EQ(to_utf8(text(e.host.list(2).lpchLBLevel)), "2024／911") << header;
     }
-    Host host;
-    host.record.wCurrentList = 1;
-    host.geometry(9, 4);
 }
 
 } // namespace

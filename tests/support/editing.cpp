@@ -66,3 +66,12 @@ int Editing::save(const std::string &utf8_title) {
 std::string Editing::text() const {
     return to_utf8(read_temp().text);
 }
+
+State::State(Editing &e)
+    : text(g_tAccFile[1].hFile != 0 ? e.text() : ""),
+      files(files_in(e.ws.common)),
+      current_list(e.host.record.wCurrentList),
+      edited(e.host.run(ACC_VKEY_GET_EDIT)),
+      marks(e.host.record.wDataStatus << 16 | e.host.record.wDataUpdate) {
+    for (int list = 1; list <= 3; ++list) lists.push_back(e.host.shown(list));
+}

@@ -2,6 +2,7 @@
 #ifndef TESTS_SUPPORT_EDITING_H
 #define TESTS_SUPPORT_EDITING_H
 
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -43,6 +44,17 @@ class Editing {
 
     Workspace ws;
     Host host;
+};
+
+/** What a command that is refused or fails must leave alone. Taking it clears the message. */
+struct State {
+    explicit State(Editing &e);
+    bool operator==(const State &) const = default;
+
+    std::string text;                         // of the open file
+    std::map<std::string, std::string> files; // of the common directory
+    std::vector<std::string> lists;
+    int current_list, edited, marks;
 };
 
 #endif

@@ -41,25 +41,31 @@ Host::Host() : buffers_(4 + 5 * ACC_LISTBOX_MAX) {
 }
 
 Host::Host(const Workspace &workspace) : Host() {
-    string(2, workspace.common);
+    string(2, workspace.user);
     string(3, workspace.program);
     string(4, workspace.common);
 }
 
 Host::~Host() {
     run(ACC_VKEY_FILE_CLOSE);
+    SYM_SetBlockLength(9); // the geometry would outlive the record
+    SYM_SetHeaderLength(4);
+    SYM_SetItemLength(64);
+}
+
+unsigned char *&Host::field(int number) {
+    unsigned char **const fields[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3, &record.lpchString4,
+                                      &record.lpchString5};
+    return *fields[number - 1];
 }
 
 void Host::string(int number, const std::string &bytes) {
-    unsigned char **field[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3, &record.lpchString4, &record.lpchString5};
     strings_[number - 1] = bytes;
-    *field[number - 1] = reinterpret_cast<unsigned char *>(strings_[number - 1].data());
+    field(number) = reinterpret_cast<unsigned char *>(strings_[number - 1].data());
 }
 
 void Host::null_string(int number) {
-    string(number, "");
-    unsigned char **field[] = {&record.lpchString1, &record.lpchString2, &record.lpchString3, &record.lpchString4, &record.lpchString5};
-    *field[number - 1] = nullptr;
+    field(number) = nullptr;
 }
 
 int Host::run(int command) {

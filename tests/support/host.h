@@ -13,7 +13,7 @@ class Host {
   public:
     Host();
     explicit Host(const Workspace &workspace);
-    ~Host(); // closes what is open
+    ~Host(); // closes what is open, and leaves the default geometry
 
     Accdata record{};
     ListBox &list(int number) { return record.tListBox[number - 1]; }
@@ -43,6 +43,8 @@ class Host {
     std::string codes(int number) const;
 
   private:
+    unsigned char *&field(int number);
+
     struct Buffer {
         std::vector<unsigned char> bytes;
         unsigned char *make(std::size_t size);

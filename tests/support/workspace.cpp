@@ -12,15 +12,18 @@ Workspace::Workspace() {
     std::string name = (fs::temp_directory_path() / "accsym-test-XXXXXX").string();
     if (!mkdtemp(name.data())) std::abort();
     root = name;
+    user = root / "user";
     program = root / "program";
     common = root / "common";
     temp = root / "temp";
-    for (const fs::path &directory : {program, common, temp}) fs::create_directory(directory);
+    for (const fs::path &directory : {user, program, common, temp}) fs::create_directory(directory);
     setenv("TMPDIR", temp.c_str(), 1);
+    fs::current_path(root);
 }
 
 Workspace::~Workspace() {
     unsetenv("TMPDIR");
+    fs::current_path("/");
     std::error_code ignored;
     fs::remove_all(root, ignored);
 }
@@ -42,6 +45,13 @@ void write_file(const fs::path &path, const std::string &bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
+std::map<std::string, std::string> files_in(const fs::path &directory) {
+    std::map<std::string, std::string> files;
+    if (!fs::exists(directory)) return files;
+    for (const auto &entry : fs::directory_iterator(directory)) files[entry.path().filename()] = read_file(entry.path());
+    return files;
+}
+
 std::size_t open_descriptors() {
     const fs::directory_iterator listing("/proc/self/fd");
     return static_cast<std::size_t>(std::distance(listing, fs::directory_iterator()));
@@ -53,6 +63,10 @@ std::string symbol_file(const std::string &title, const std::string &blocks) {
 
 std::string block(const std::string &path, const std::string &symbols) {
     return "［" + path + "］\n" + hyphens + "\n" + symbols + hyphens + "\n";
+}
+
+std::string text_block(const std::string &path, const std::string &data) {
+    return "［" + path + "］\r\n" + hyphens + "\r\n" + data + hyphens + "\r\n";
 }
 
 std::string worked_example() {

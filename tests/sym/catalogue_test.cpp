@@ -80,13 +80,11 @@ TEST(catalogue, is_empty_without_a_program_directory) {
     EXPECT_EQ(host.open("題"), 0);
     EXPECT_EQ(host.run(ACC_VKEY_FILE_TITLES), 0);
     EXPECT_EQ(host.message(), "");
-    std::filesystem::remove_all(ws.common);
+    std::filesystem::remove_all(ws.common); // a missing common directory holds nothing
     host.string(3, ws.program);
     EXPECT_EQ(host.open("題"), 0);
-    EXPECT_EQ(host.run(ACC_VKEY_FILE_TITLES), 1); // a missing common directory holds nothing
+    EXPECT_EQ(host.run(ACC_VKEY_FILE_TITLES), 1);
     EXPECT_EQ(host.displayed(), "");
-    host.null_string(1);
-    EXPECT_EQ(host.run(ACC_VKEY_FILE_TITLES), 0);
 }
 
 TEST(catalogue, ends_its_list_of_titles_before_the_buffer_does) {
@@ -99,21 +97,6 @@ TEST(catalogue, ends_its_list_of_titles_before_the_buffer_does) {
     EXPECT_EQ(host.message(), "リストボックスのメモリが足りません。");
     EXPECT_EQ(host.record.cchDisplay, 255 * 256);
     EXPECT_EQ(m_lSymSVValue, 300);
-}
-
-TEST(file_check, tells_whether_a_title_exists) {
-    Workspace ws;
-    ws.put("a.kig", worked_example());
-    Host host(ws);
-    take_directories(host);
-    host.string(1, to_sjis("例"));
-    EXPECT_EQ(host.run(ACC_VKEY_FILE_CHECK), 1);
-    host.string(1, to_sjis("例外"));
-    EXPECT_EQ(host.run(ACC_VKEY_FILE_CHECK), 0);
-    EXPECT_EQ(host.message(), "記号ファイルが存在しません。");
-    host.null_string(1);
-    EXPECT_EQ(host.run(ACC_VKEY_FILE_CHECK), 0);
-    EXPECT_EQ(host.message(), "メモリが割り当てられていません。");
 }
 
 } // namespace

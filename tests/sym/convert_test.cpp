@@ -10,48 +10,22 @@ namespace fs = std::filesystem;
 
 const char *const failed = "記号ファイルのコンバートに失敗しました。";
 
-/** An open file, and the current directory where the old file lies under a bare name. */
-class Conversion : public Editing {
-  public:
-    Conversion() : Editing(symbol_file("例", block("A", "→\n"))), old_directory_(fs::current_path()) {
-        fs::create_directory(ws.root / "old");
-        fs::current_path(ws.root / "old");
-    }
-    ~Conversion() { fs::current_path(old_directory_); }
+const std::string open_file = symbol_file("例", block("A", "→\n"));
+const std::string one_title = to_sjis("［T］\r\nsel1=★\r\n");
 
-    int convert(const std::string &name) {
-        host.string(1, name);
-        return host.run(ACC_VKEY_FILE_CONVERT);
-    }
-
-    /** Converts these bytes and gives what was appended to the text, in UTF-8. */
-    std::string appended(const std::string &bytes) {
-        const std::size_t before = read_temp().text.size();
-        write_file("x.ini", bytes);
-        EXPECT_EQ(convert("x.ini"), 1) << host.message();
-        blocks_of(read_temp());
-        return to_utf8(read_temp().text.substr(before));
-    }
-
-    void expect_unchanged(const char *message, int edited) {
-        EXPECT_EQ(host.message(), message);
-        EXPECT_EQ(text(), "〈記号〉\r\n名称=例\r\n［A］\r\n" + hyphens + "\r\n→\r\n" + hyphens + "\r\n");
-        EXPECT_EQ(host.run(ACC_VKEY_GET_EDIT), edited);
-        EXPECT_EQ(ws.temp_files().size(), 1u);
-        if (fs::exists(ws.common)) {
-            EXPECT_EQ(std::distance(fs::directory_iterator(ws.common), fs::directory_iterator()), 1);
-        }
-    }
-
-  private:
-    fs::path old_directory_;
-};
-
-std::string b(const std::string &title, const std::string &data = "") {
-    return "［" + title + "］\r\n" + hyphens + "\r\n" + data + hyphens + "\r\n";
+/** Has an old file of these bytes appended. */
+int convert(Editing &e, const std::string &bytes) {
+    write_file("x.ini", bytes);
+    return e.edit(ACC_VKEY_FILE_CONVERT, "x.ini");
 }
 
 TEST(conversion, turns_titles_and_keys_into_blocks) {
+    const auto b = [](const char *title, const std::string &data = "") { return text_block(title, data); };
+    std::string thirty_lines, three_hundred;
+    for (int i = 0; i < 30; ++i) {
+        thirty_lines += "sel3=１２３４５６７８９０\r\n";
+        three_hundred += "１２３４５６７８９０";
+    }
     const struct {
         const char *name;
         std::string old, expected;
@@ -60,6 +34,7 @@ TEST(conversion, turns_titles_and_keys_into_blocks) {
         {"keys in their own order, either case", "［T］\nSEL2=☆\nsel11=→\nsel1=★\n", b("T", "★\r\n☆\r\n→\r\n")},
         {"the first ten of a line", "［T］\r\nsel1=１２３４５６７８９０☆★\r\n", b("T", "１２３４５６７８９０\r\n")},
         {"a key that comes again behind ten", "［T］\r\nsel1=１２３４５６７８９０\r\nsel1=☆\r\n", b("T", "１２３４５６７８９０☆\r\n")},
+        {"many lines of a key", "［T］\r\n" + thirty_lines, b("T", three_hundred + "\r\n")},
         {"no keys", "［T］\r\nother=★\r\n", b("T")},
         {"no line end at the end", "［T］\r\nsel1=★", b("T", "★\r\n")},
         {"half a symbol at the end", "［T］\r\nsel1=★☆x", b("T", "★☆\r\n")},
@@ -71,50 +46,16 @@ TEST(conversion, turns_titles_and_keys_into_blocks) {
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
-        Conversion f;
-        EXPECT_EQ(f.appended(to_sjis(c.old)), c.expected);
-        EXPECT_EQ(f.host.run(ACC_VKEY_GET_EDIT), 1);
-        EXPECT_EQ(f.ws.temp_files().size(), 1u);
-        EXPECT_FALSE(fs::exists(f.ws.common / "@0000000.kig"));
-        EXPECT_EQ(f.save("例"), 1);
-        f.host.close();
-        EXPECT_EQ(f.host.open("例"), 1);
-    }
-}
-
-TEST(conversion, gathers_whatever_a_key_holds) {
-    Conversion f;
-    std::string old = "［T］\r\n", expected;
-    for (int i = 0; i < 30; ++i) {
-        old += "sel3=１２３４５６７８９０\r\n";
-        expected += "１２３４５６７８９０";
-    }
-    EXPECT_EQ(f.appended(to_sjis(old)), b("T", expected + "\r\n"));
-}
-
-TEST(conversion, checks_the_name) {
-    const std::pair<std::string, bool> cases[] = {
-        {"old.ini", true},
-        {"OLD.INI", true},
-        {"old.ini2", true},
-        {"noextension", true},
-        {"a.b.ini", false},
-        {"dir/old.ini", false},
-        {"old.txt", false},
-        {"old.in", false},
-        {" old.ini", false},
-        {"", false},
-        {"C:\\dir\\old.ini", true},
-        {"C:\\dir\\", false},
-        {to_sjis("　old.ini"), false},
-        {std::string(252, 'x') + ".ini", true},
-        {std::string(253, 'x') + ".ini", false},
-        {std::string(800, 'x'), false},
-    };
-    for (const auto &[name, accepted] : cases) {
-        Conversion f; // no such file: an accepted name fails later
-        EXPECT_EQ(f.convert(name), 0) << name;
-        f.expect_unchanged(accepted ? failed : "記号ファイルが存在しません。", 2);
+        Editing e(open_file);
+        const std::string before = e.text();
+        EXPECT_EQ(convert(e, to_sjis(c.old)), 1) << e.host.message();
+        EXPECT_EQ(e.text(), before + c.expected);
+        blocks_of(read_temp());
+        EXPECT_EQ(e.host.run(ACC_VKEY_GET_EDIT), 1);
+        EXPECT_EQ(e.ws.temp_files().size() + files_in(e.ws.common).size(), 2u);
+        EXPECT_EQ(e.save("例"), 1);
+        e.host.close();
+        EXPECT_EQ(e.host.open("例"), 1);
     }
 }
 
@@ -142,48 +83,35 @@ TEST(conversion, refuses_what_it_cannot_keep_whole) {
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
-        Conversion f;
-        write_file("x.ini", c.old);
-        EXPECT_EQ(f.convert("x.ini"), c.converted ? 1 : 0) << f.host.message();
-        if (!c.converted) {
-            const bool late = f.host.run(ACC_VKEY_GET_EDIT) == 1; // only the blocks' shape is judged late
-            f.convert("x.ini");
-            f.expect_unchanged(failed, late ? 1 : 2);
-        }
+        Editing e(open_file);
+        State before(e);
+        EXPECT_EQ(convert(e, c.old), c.converted ? 1 : 0);
+        EXPECT_EQ(e.host.message(), c.converted ? "" : failed);
+        const State after(e);
+        before.edited = after.edited; // the blocks' shape is judged late
+        EXPECT_EQ(after == before, !c.converted);
     }
 }
 
-TEST(conversion, never_overwrites_a_file_with_its_scratch_copy) {
-    Conversion f;
-    write_file("x.ini", to_sjis("［T］\r\nsel1=★\r\n"));
-    write_file(f.ws.common / "@0000000.kig", "taken"); // not listed
-    EXPECT_EQ(f.convert("x.ini"), 1);
-    EXPECT_EQ(read_file(f.ws.common / "@0000000.kig"), "taken");
-}
-
-TEST(conversion, needs_an_open_file_and_a_common_directory) {
-    Conversion f;
-    write_file("x.ini", to_sjis("［T］\r\nsel1=★\r\n"));
-    fs::remove_all(f.ws.common);
-    EXPECT_EQ(f.convert("x.ini"), 0);
-    f.expect_unchanged(failed, 1); // the flag is set once the old file is read
-    f.host.null_string(1);
-    EXPECT_EQ(f.host.run(ACC_VKEY_FILE_CONVERT), 0);
-    f.expect_unchanged("メモリが割り当てられていません。", 1);
-    f.host.close();
-    EXPECT_EQ(f.convert("x.ini"), 0);
-    EXPECT_EQ(f.host.message(), "ファイルが開いていません。");
+TEST(conversion, needs_a_free_name_in_the_common_directory) {
+    Editing e(open_file);
+    const std::string before = e.text();
+    fs::remove_all(e.ws.common);
+    EXPECT_EQ(convert(e, one_title), 0);
+    EXPECT_EQ(e.host.message(), failed);
+    EXPECT_EQ(e.text(), before);
+    EXPECT_EQ(e.host.run(ACC_VKEY_GET_EDIT), 1); // set once the old file has been read
+    fs::create_directory(e.ws.common);
+    write_file(e.ws.common / "@0000000.kig", "taken"); // not listed
+    EXPECT_EQ(convert(e, one_title), 1);
+    EXPECT_EQ(files_in(e.ws.common), (std::map<std::string, std::string>{{"@0000000.kig", "taken"}}));
 }
 
 // The text may end in a line that is no block; what is appended stands before it.
 TEST(conversion, appends_behind_the_last_block_of_an_odd_file) {
     for (const char *const tail : {"［unclosed", "remark", "\n\nremark［"}) {
-        Conversion f;
-        f.host.close();
-        write_file(f.ws.common / "a.kig", symbol_file("例", block("A", "→\n") + tail));
-        ASSERT_EQ(f.host.open("例"), 1);
-        write_file("x.ini", to_sjis("［T］\r\nsel1=★\r\n"));
-        EXPECT_EQ(f.convert("x.ini"), 1) << tail;
+        Editing e(symbol_file("例", block("A", "→\n") + tail));
+        EXPECT_EQ(convert(e, one_title), 1) << tail;
         EXPECT_EQ(blocks_of(read_temp()), (Blocks{{"A", to_sjis("→\r\n")}, {"T", to_sjis("★\r\n")}}));
     }
 }

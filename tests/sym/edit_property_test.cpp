@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 #include <random>
 
 #include "support/editing.h"
@@ -32,11 +33,12 @@ std::string random_data(Random &random, const char *line_end) {
     return data + (data.ends_with("--") ? "→" : "");
 }
 
-std::string random_file(Random &random) {
+/** Up to that many blocks; one in so many lies a level lower than its path says. */
+std::string random_file(Random &random, std::size_t most_blocks = 8, std::size_t odd = 8) {
     std::string blocks = below(random, 4) == 0 ? "remark\n" : "";
-    for (std::size_t i = below(random, 9); i > 0; --i) {
+    for (std::size_t i = below(random, most_blocks + 1); i > 0; --i) {
         if (below(random, 6) == 0) blocks += "\nbetween\n";
-        if (below(random, 8) == 0) blocks += "［x／y］"; // a second bracket on the line: a level more
+        if (below(random, odd) == 0) blocks += "［x／y］"; // a second bracket on the line: a level more
         std::string one = block(random_path(random), random_data(random, "\n"));
         if (below(random, 8) == 0) one.insert(one.find('\n') + 1, "note\n");
         if (below(random, 8) == 0) one.insert(one.size() - 1, "---");
@@ -83,6 +85,46 @@ std::vector<int> levels() {
     std::vector<int> result;
     for (const TempInfo &r : read_temp().records) result.push_back(r.usLevel);
     return result;
+}
+
+/** What a list without headers must show of each path; one scan a title, one more for each child. */
+std::map<std::string, std::string> lists_by_definition(const Temp &temp) {
+    std::map<std::string, const TempInfo *> nodes; // the first record of each path
+    for (const TempInfo &r : temp.records) nodes.emplace(text(r.ucPath), &r);
+    const auto is_child = [](const TempInfo &r, const TempInfo &of) {
+        const std::string path = text(r.ucPath), parent = text(of.ucPath);
+        const std::size_t both = std::min(path.size(), parent.size());
+        return r.usLevel == of.usLevel + 1 && path.compare(0, both, parent, 0, both) == 0;
+    };
+    std::map<std::string, std::string> lists;
+    for (const auto &[path, node] : nodes) {
+        std::string &list = lists[path];
+        const auto add = [&](const std::string &sjis, int kind) {
+            list += (list.empty() ? "" : " ") + to_utf8(sjis) + '<' + std::to_string(kind) + '>';
+        };
+        for (const TempInfo &r : temp.records) {
+            if (!is_child(r, *node)) continue;
+            const TempInfo &child = *nodes.at(text(r.ucPath));
+            const auto below_it = [&](const TempInfo &other) { return is_child(other, child); };
+            add(text(r.ucPath), std::any_of(temp.records.begin(), temp.records.end(), below_it) ? 3 : 2);
+        }
+        for (std::size_t at = node->ulDataPos; at < node->ulDataPos + 2 * node->ulDataLen; at += 2) {
+            if (temp.text.compare(at, 2, "\r\n") != 0) add(temp.text.substr(at, 2), 4);
+        }
+    }
+    return lists;
+}
+
+TEST(lists, show_what_the_definition_of_a_child_says_in_odd_trees_too) {
+    Random random(1);
+    for (int round = 0; round < 60; ++round) {
+        Editing e(random_file(random, 25, 4));
+        e.host.geometry(0, 1);
+        for (const auto &[path, list] : lists_by_definition(read_temp())) {
+            e.host.position(to_utf8(path));
+            EXPECT_EQ(e.host.shown(e.host.record.wCurrentList), list) << to_utf8(path) << " round " << round;
+        }
+    }
 }
 
 TEST(random_edits, do_what_the_model_does_and_survive_a_save) {
