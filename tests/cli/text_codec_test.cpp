@@ -56,75 +56,63 @@ TEST(text_codec, vendor_row_13_comes_back_unless_it_repeats_a_cell) {
     EXPECT_EQ(repeated, "≒≡∫√⊥∠∵∩∪");
 }
 
-struct Decoding {
-    const char *name;
-    Sjis sjis;
-    std::string utf8;
-};
-
-TEST(text_codec, decodes_and_keeps_what_follows_bad_bytes) {
-    const Decoding cases[] = {
-        {"horizontal bar 1-29", {0x81, 0x5C}, "\u2015"},
-        {"backslash 1-32", {0x81, 0x5F}, "\uFF3C"},
-        {"wave dash 1-33", {0x81, 0x60}, "\u301C"},
-        {"double line 1-34", {0x81, 0x61}, "\u2016"},
-        {"minus 1-61", {0x81, 0x7C}, "\u2212"},
-        {"cent 1-81", {0x81, 0x91}, "\u00A2"},
-        {"not 2-44", {0x81, 0xCA}, "\u00AC"},
-        {"IBM extension", {0xFA, 0x40}, "ⅰ"},
-        {"ASCII, half-width and CR LF", {'A', 0x5C, 0xB1, 0xDF, 0xA1, '\r', '\n'}, "A\\ｱﾟ｡\r\n"},
-        {"undefined pair", {0x85, 0x40, 'x'}, "\uFFFDx"},
-        {"lead before a line end", {0x81, '\n', 'x'}, "\uFFFD\nx"},
-        {"lead before 0x7F", {0x81, 0x7F}, "\uFFFD\x7F"},
-        {"lead before 0xFD", {0x81, 0xFD, 0x82, 0xA0}, "\uFFFD\uFFFDあ"},
-        {"lead at the end", {0x82, 0xA0, 0x81}, "あ\uFFFD"},
-        {"bytes that start nothing", {0x80, 0xA0, 0xFD, 0xFF, 'x'}, "\uFFFD\uFFFD\uFFFD\uFFFDx"},
-        {"nothing", {}, ""},
+TEST(text_codec, knows_each_cell_by_its_own_character_and_what_other_tables_put_there) {
+    struct Case {
+        Sjis sjis;
+        std::string utf8, others; /**< what is understood besides */
     };
-    for (const Decoding &c : cases) EXPECT_EQ(to_utf8(c.sjis), c.utf8) << c.name;
+    const Case cases[] = {
+        {{0x81, 0x5C}, "\u2015", "\u2014"},
+        {{0x81, 0x5F}, "\uFF3C", ""},
+        {{0x81, 0x60}, "\u301C", "\uFF5E"},
+        {{0x81, 0x61}, "\u2016", "\u2225"},
+        {{0x81, 0x7C}, "\u2212", "\uFF0D"},
+        {{0x81, 0x91}, "\u00A2", "\uFFE0"},
+        {{0x81, 0x92}, "\u00A3", "\uFFE1"},
+        {{0x81, 0xCA}, "\u00AC", "\uFFE2"},
+        {{0x81, 0x8F}, "\uFFE5", "\u00A5"}, // the yen sign is no backslash
+        {{0x81, 0x50}, "\uFFE3", "\u203E"}, // the overline is no tilde
+        {{0xFA, 0x40}, "ⅰ", ""},
+        {{0xFA, 0x5C}, "纊", ""}, // of the vendor, not of JIS X 0212
+        {{'A', 0x5C, '~', 0xB1, 0xDF, 0xA1, '\r', '\n'}, "A\\~ｱﾟ｡\r\n", ""},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(to_utf8(c.sjis), c.utf8);
+        EXPECT_EQ(to_sjis(c.utf8), c.sjis) << c.utf8;
+        EXPECT_EQ(c.others.empty() ? c.sjis : to_sjis(c.others), c.sjis) << c.others;
+    }
 }
 
-TEST(text_codec, encodes_what_other_tables_put_on_a_cell) {
-    const Decoding cases[] = {
-        {"fullwidth tilde", {0x81, 0x60}, "\uFF5E"},
-        {"em dash", {0x81, 0x5C}, "\u2014"},
-        {"fullwidth hyphen-minus", {0x81, 0x7C}, "\uFF0D"},
-        {"parallel to", {0x81, 0x61}, "\u2225"},
-        {"fullwidth cent", {0x81, 0x91}, "\uFFE0"},
-        {"fullwidth pound", {0x81, 0x92}, "\uFFE1"},
-        {"fullwidth not", {0x81, 0xCA}, "\uFFE2"},
-        {"yen sign is no backslash", {0x81, 0x8F}, "\u00A5"},
-        {"overline is no tilde", {0x81, 0x50}, "\u203E"},
-        {"vendor kanji, not JIS X 0212", {0xFA, 0x5C}, "纊"},
-        {"ASCII and half-width katakana", {'~', '\\', 0xB6, 0xDE}, "~\\ｶﾞ"},
+TEST(text_codec, keeps_what_follows_bad_bytes) {
+    const std::pair<Sjis, std::string> cases[] = {
+        {{0x85, 0x40, 'x'}, "\uFFFDx"}, // a pair that no table has
+        {{0x81, '\n', 'x'}, "\uFFFD\nx"},
+        {{0x81, 0x7F}, "\uFFFD\x7F"},
+        {{0x81, 0xFD, 0x82, 0xA0}, "\uFFFD\uFFFDあ"},
+        {{0x82, 0xA0, 0x81}, "あ\uFFFD"},
+        {{0x80, 0xA0, 0xFD, 0xFF, 'x'}, "\uFFFD\uFFFD\uFFFD\uFFFDx"},
     };
-    for (const Decoding &c : cases) EXPECT_EQ(shown(to_sjis(c.utf8)), shown(c.sjis)) << c.name;
+    for (const auto &[sjis, utf8] : cases) EXPECT_EQ(to_utf8(sjis), utf8) << shown(sjis);
 }
-
-struct Refusal {
-    const char *name;
-    std::string utf8;
-    std::string reason;
-};
 
 TEST(text_codec, names_what_it_cannot_encode) {
-    const Refusal cases[] = {
-        {"euro", "円と€", "Shift_JIS has no character € (U+20AC) at position 3"},
-        {"JIS X 0212 alone", "丂", "Shift_JIS has no character 丂 (U+4E02) at position 1"},
-        {"beyond 16 bits", "a😀", "Shift_JIS has no character 😀 (U+1F600) at position 2"},
-        {"stray trail byte", "あ\x82"s, "byte 0x82 at position 2 is not UTF-8"},
-        {"overlong", "\xC0\xAF"s, "byte 0xC0 at position 1 is not UTF-8"},
-        {"overlong in three bytes", "\xE0\x80\xAF"s, "byte 0xE0 at position 1 is not UTF-8"},
-        {"surrogate", "\xED\xA0\x80"s, "byte 0xED at position 1 is not UTF-8"},
-        {"cut off", "あ\xE3\x81"s, "byte 0xE3 at position 2 is not UTF-8"},
-        {"beyond U+10FFFF", "\xF4\x90\x80\x80"s, "byte 0xF4 at position 1 is not UTF-8"},
+    const std::pair<std::string, std::string> cases[] = {
+        {"円と€", "Shift_JIS has no character € (U+20AC) at position 3"},
+        {"丂", "Shift_JIS has no character 丂 (U+4E02) at position 1"}, // JIS X 0212 alone has it
+        {"a😀", "Shift_JIS has no character 😀 (U+1F600) at position 2"},
+        {"あ\x82"s, "byte 0x82 at position 2 is not UTF-8"},
+        {"\xC0\xAF"s, "byte 0xC0 at position 1 is not UTF-8"}, // overlong
+        {"\xE0\x80\xAF"s, "byte 0xE0 at position 1 is not UTF-8"},
+        {"\xED\xA0\x80"s, "byte 0xED at position 1 is not UTF-8"},     // a surrogate
+        {"あ\xE3\x81"s, "byte 0xE3 at position 2 is not UTF-8"},       // cut off
+        {"\xF4\x90\x80\x80"s, "byte 0xF4 at position 1 is not UTF-8"}, // beyond U+10FFFF
     };
-    for (const Refusal &c : cases) {
+    for (const auto &[utf8, reason] : cases) {
         try {
-            to_sjis(c.utf8);
-            ADD_FAILURE() << c.name << " was encoded";
+            to_sjis(utf8);
+            ADD_FAILURE() << utf8 << " was encoded";
         } catch (const Failure &failure) {
-            EXPECT_EQ(failure.what(), c.reason) << c.name;
+            EXPECT_EQ(failure.what(), reason);
         }
     }
 }

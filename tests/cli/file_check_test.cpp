@@ -1,0 +1,77 @@
+// What is found in a symbol file, on files that the library would not take.
+#include "cli/file_check.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "common/acccom.h"
+
+namespace kigou {
+namespace {
+
+/** UTF-8 text in the disk form; \1 stands for CR and \2 for NUL. */
+Sjis disk_form(const std::string &text) {
+    Sjis sjis = to_sjis(text);
+    sjis.push_back(0);
+    unsigned char *const euc = CM_sjis2euc(sjis.data());
+    Sjis bytes(euc, euc + CM_lstrlen(euc));
+    CM_free(euc);
+    std::replace(bytes.begin(), bytes.end(), '\1', '\r');
+    std::replace(bytes.begin(), bytes.end(), '\2', '\0');
+    return bytes;
+}
+
+const std::string rule = std::string(40, '-') + "\n";
+const std::string head = "〈記号〉\n名称=例\n";
+
+std::string block(const std::string &path, const std::string &lines) {
+    return "［" + path + "］\n" + rule + lines + rule;
+}
+
+TEST(file_check, lists_what_is_wrong_by_line) {
+    const std::string deep = "一／二／三／四／五／六／七／八／九／十";
+    std::string of_300_bytes, of_70000_bytes;
+    for (int i = 0; i < 150; ++i) of_300_bytes += "長";
+    for (int i = 0; i < 35000; ++i) of_70000_bytes += "★";
+    struct Case {
+        const char *name;
+        std::string text, findings; /**< line and kind, "" when an edit could lose what stands there */
+    };
+    const Case cases[] = {
+        {"clean", head + block("甲", "→\n←\n") + block("甲／乙", ""), ""},
+        {"clean though the last line has no end", head + block("甲", "→←"), ""},
+        {"wrong head", "記号\n名称=例\n", "1 head"},
+        {"no name line", "〈記号〉\n例\n", "1 head"},
+        {"file title", "〈記号〉\n名称=例／\n", "2 title"},
+        {"too deep", head + block(deep, ""), "3 too_deep, 3 no_parent"},
+        {"no title", head + block("", ""), "3 title"},
+        {"long title", head + block(of_300_bytes, ""), "3 title"},
+        {"long path", head + block("甲／" + of_300_bytes + "／" + of_300_bytes, ""), "3 title, 3 title, 3 no_parent"},
+        {"off the grid", head + block("甲", "→\n←A\n↑\n"), "3 unterminated, 6 off_grid"},
+        {"single bytes", head + block("甲", "→AB\n"), "5 off_grid"},
+        {"long data", head + block("甲", of_70000_bytes + "\n"), "5 too_long, 5 duplicate"},
+        {"outside JIS X 0208", head + block("甲", "→①\n"), "5 outside"},
+        {"duplicate", head + block("甲", "→←\n→\n") + block("乙", "→\n"), "6 duplicate"},
+        {"missing parent", head + block("甲／乙", ""), "3 no_parent"},
+        {"same title twice", head + block("甲", "") + block("甲", ""), "6 duplicate_title"},
+        {"siblings that begin alike", head + block("甲乙", "") + block("甲", "") + block("丙", ""), "6 prefix"},
+        {"like the beginning of no sibling", head + block("甲", "") + block("丙", "") + block("丙／甲乙", ""), ""},
+        {"no end line", head + "［甲］\n" + rule + "→\n", "3 unterminated"},
+        {"no start line", head + "［甲］\n", "3 unterminated"},
+        {"no end line within", head + "［甲］\n" + rule + "→\n" + block("乙", "←\n"), "6 unterminated"},
+        {"last title line cut off", head + block("甲", "") + "［乙", "6 unterminated"},
+        {"CR LF", "〈記号〉\n名称=例\1\n" + block("甲", "→\1\n"), "2 cr"},
+        {"NUL", head + block("甲", "→\n\2") + "rest", "3 unterminated, 6 nul"},
+    };
+    for (const Case &c : cases) {
+        std::string findings;
+        for (const Finding &finding : check_symbol_file(disk_form(c.text)).findings) {
+            findings += (findings.empty() ? "" : ", ") + std::to_string(finding.line) + " " + finding.kind;
+        }
+        EXPECT_EQ(findings, c.findings) << c.name;
+    }
+}
+
+} // namespace
+} // namespace kigou
