@@ -16,6 +16,7 @@ namespace kigou {
 namespace {
 
 constexpr std::size_t most_data_of_a_file = 65534;
+constexpr std::size_t findings_advised = 20;
 
 using OwnedText = std::unique_ptr<unsigned char, decltype(&CM_free)>;
 
@@ -31,7 +32,6 @@ class Checker {
     CheckedFile check(Sjis bytes) {
         check_bytes(bytes);
         text_ = converted(bytes, CM_euc2sjis);
-        check_round_trip(bytes);
         for (std::size_t i = 0; i < text_.size(); ++i) {
             if (text_[i] == '\n') line_starts_.push_back(i + 1);
         }
@@ -60,11 +60,11 @@ class Checker {
         return static_cast<std::size_t>(after - line_starts_.begin()) + 1;
     }
 
-    void find_on(std::size_t line, const char *kind, std::string text) {
-        file_.findings.push_back({line, kind, std::move(text)});
+    void find_unsafe(std::size_t line, const char *kind, std::string text) {
+        file_.findings.push_back({line, kind, std::move(text), true});
     }
     void find(std::size_t offset, const char *kind, std::string text) {
-        find_on(line_of(offset), kind, std::move(text));
+        file_.findings.push_back({line_of(offset), kind, std::move(text)});
     }
 
     std::string text_of(acc::Range range) const {
@@ -73,30 +73,46 @@ class Checker {
 
     /** What only shows on disk; takes it out, so that the rest can be read. */
     void check_bytes(Sjis &bytes) {
-        const auto line_at = [&](auto place) {
-            return static_cast<std::size_t>(std::count(bytes.begin(), place, '\n')) + 1;
-        };
-        if (const auto nul = std::find(bytes.begin(), bytes.end(), 0); nul != bytes.end()) {
-            find_on(line_at(nul), "nul",
-                    "a NUL byte ends the file here; " + std::to_string(bytes.end() - nul - 1) +
-                        " bytes behind it are not read");
-            bytes.erase(nul, bytes.end());
+        const auto nul = std::find(bytes.begin(), bytes.end(), 0);
+        const auto behind = bytes.end() - nul - 1;
+        bytes.erase(nul, bytes.end());
+        std::size_t number = 0, first_cr_lf = 0, cr_lfs = 0;
+        for (auto begin = bytes.begin(); begin != bytes.end();) {
+            const auto line_end = std::find(begin, bytes.end(), '\n');
+            const auto end = line_end == bytes.end() ? line_end : line_end + 1;
+            ++number;
+            if (check_disk_line(number, Sjis(begin, end)) && ++cr_lfs == 1) first_cr_lf = number;
+            begin = end;
         }
-        if (const auto cr = std::find(bytes.begin(), bytes.end(), '\r'); cr != bytes.end()) {
-            find_on(line_at(cr), "cr",
-                    std::to_string(std::count(bytes.begin(), bytes.end(), '\r')) +
-                        " CR bytes from here on: line ends must be LF alone (tr -d '\\r' repairs)");
-            std::erase(bytes, '\r');
+        if (behind >= 0) {
+            const bool starts_line = bytes.empty() || bytes.back() == '\n';
+            find_unsafe(number + starts_line, "nul",
+                        "a NUL byte ends the file here; " + std::to_string(behind) +
+                            " bytes behind it are not read");
         }
+        if (cr_lfs != 0) {
+            find_unsafe(first_cr_lf, "cr",
+                        std::to_string(cr_lfs) +
+                            " lines from here on end in CR LF: line ends must be LF alone (tr -d "
+                            "'\\r' repairs)");
+        }
+        std::erase(bytes, '\r');
     }
 
-    void check_round_trip(const Sjis &bytes) {
-        const Sjis again = converted(text_, CM_sjis2euc);
-        if (again == bytes) return;
-        const auto [there, here] =
-            std::mismatch(again.begin(), again.end(), bytes.begin(), bytes.end());
-        const auto line = static_cast<std::size_t>(std::count(bytes.begin(), here, '\n')) + 1;
-        find_on(line, "encoding", "not EUC-JP of JIS X 0208: a save would change this line");
+    /** @return whether it ends in CR LF, which is reported once for all lines */
+    bool check_disk_line(std::size_t number, Sjis line) {
+        const bool cr_lf = line.size() > 1 && line.back() == '\n' && line[line.size() - 2] == '\r';
+        if (const auto stray = std::erase(line, '\r') - cr_lf; stray != 0) {
+            find_unsafe(number, "cr",
+                        std::to_string(stray) +
+                            " CR within the line: a save drops it and damages what follows; take "
+                            "it out or make it a line end (LF)");
+        }
+        if (converted(converted(line, CM_euc2sjis), CM_sjis2euc) != line) {
+            find_unsafe(number, "encoding",
+                        "not EUC-JP of JIS X 0208: a save would change this line");
+        }
+        return cr_lf;
     }
 
     void check_file_title(acc::Range range) {
@@ -125,14 +141,23 @@ class Checker {
             check_data(block);
         }
         if (file_.blocks > 32766) find(end, "too_many", "more than 32766 titles");
-        const Sjis rest(text_.begin() + static_cast<std::ptrdiff_t>(end), text_.end());
-        if (to_utf8(rest).find("［") != std::string::npos) {
-            find(text_.size(), "unterminated", "the last title line has no end");
+        const std::string rest = to_utf8(std::span(text_).subspan(end));
+        if (const auto bracket = rest.find("［"); bracket != std::string::npos) {
+            const auto above =
+                std::count(rest.begin(), rest.begin() + static_cast<std::ptrdiff_t>(bracket), '\n');
+            find_unsafe(line_of(end) + static_cast<std::size_t>(above), "unterminated",
+                        "this title line has no ］ or no line end, and so it is none");
         }
     }
 
     void check_path(const acc::Block &block, std::size_t file_title_bytes) {
         const std::string path = text_of(block.path);
+        if (const auto line_end = path.find('\r'); line_end != std::string::npos) {
+            find_unsafe(line_of(block.title_line), "unterminated",
+                        "the title line ［" + path.substr(0, line_end) +
+                            " has no ］: what stands below it down to the next ］ is its title");
+            return;
+        }
         if (block.level > most_levels) {
             find(block.title_line, "too_deep",
                  path + " stands on level " + std::to_string(block.level) + " of at most 10");
@@ -238,6 +263,28 @@ class Checker {
 
 CheckedFile check_symbol_file(const Sjis &bytes) {
     return Checker().check(bytes);
+}
+
+std::vector<std::string> mending_advice(const std::string &path, const CheckedFile &file) {
+    std::vector<std::string> lines;
+    std::size_t more = 0;
+    for (const Finding &finding : file.findings) {
+        if (!finding.unsafe) continue;
+        if (lines.size() < findings_advised) {
+            lines.push_back(path + ":" + std::to_string(finding.line) + ": " + finding.text);
+        } else {
+            ++more;
+        }
+    }
+    if (lines.empty()) return lines;
+    lines.insert(
+        lines.begin(),
+        "nothing was written and the edit is not made: with these lines of the file, titles "
+        "or symbols would be lost");
+    if (more != 0) lines.push_back(std::to_string(more) + " more findings are not shown");
+    lines.push_back("mend these lines in an editor until 'kigou check " + path +
+                    "' finds them no more, then give the command again");
+    return lines;
 }
 
 } // namespace kigou

@@ -15,6 +15,7 @@ struct Finding {
     std::size_t line = 0; /**< of the file, from 1 */
     std::string kind;     /**< a word for scripts, see docs/kigou.md */
     std::string text;
+    bool unsafe = false; /**< an edit of the file could lose or change what stands here */
 };
 
 struct CheckedFile {
@@ -25,6 +26,13 @@ struct CheckedFile {
 
 /** @param bytes  of the file, in the disk form */
 CheckedFile check_symbol_file(const Sjis &bytes);
+
+/**
+ * What to do about a file that the library does not write because it would not read back.
+ * @param path  for people
+ * @return      lines for them; none when no finding is unsafe
+ */
+std::vector<std::string> mending_advice(const std::string &path, const CheckedFile &file);
 
 } // namespace kigou
 

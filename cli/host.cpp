@@ -128,6 +128,7 @@ int Host::open_titled(std::span<const unsigned char> title) {
 }
 
 void Host::close() {
+    opened_.clear();
     if (std::exchange(open_, false)) run(ACC_VKEY_FILE_CLOSE);
 }
 
@@ -176,7 +177,10 @@ void Host::open(const Title &file) {
     const std::string action = "cannot open " + file.text;
     const int result = open_titled(file.sjis);
     open_ = result == ACC_RET_OK;
-    if (open_) return;
+    if (open_) {
+        opened_ = reinterpret_cast<const char *>(g_tAccFile[0].ucFullName);
+        return;
+    }
     const std::string japanese = message();
     if (message_number(japanese) == message_no_such_file) {
         if (run(ACC_VKEY_FILE_CHECK) == ACC_RET_OK) {

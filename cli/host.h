@@ -133,6 +133,7 @@ class Host {
     void show(const Title &path);
     void edit(unsigned short command, const std::string &action);
     std::size_t files_titled(const Title &file);
+    std::vector<std::string> why_not_written() const;
     void close();
     std::string message() const;
     bool cut_short() const;
@@ -141,6 +142,7 @@ class Host {
 
     Directories directories_;
     bool open_ = false;
+    std::string opened_; /**< path of the open file on disk; empty for a new one */
     Accdata record_{};
     std::array<Sjis, 4> strings_;
     std::vector<unsigned char> result_, display_, message_, status_;

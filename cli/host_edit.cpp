@@ -6,8 +6,10 @@
 #include <optional>
 
 #include "accsym.h"
+#include "cli/file_check.h"
 #include "cli/host.h"
 #include "cli/messages.h"
+#include "cli/working_copy.h"
 #include "common/sjis_text.h"
 
 namespace kigou {
@@ -59,7 +61,17 @@ void Host::edit(unsigned short command, const std::string &action) {
     const int result = run(command);
     const bool done = result == ACC_RET_OK ||
                       (result == ACC_RET_ERROR && message_number(message()) == message_not_read);
-    if (!done) fail(action, result);
+    if (!done) throw LibraryFailure(action, result, message(), why_not_written());
+}
+
+/** The lines of the open file that keep the library from writing; none for another reason. */
+std::vector<std::string> Host::why_not_written() const {
+    if (message_number(message()) != message_not_written || opened_.empty()) return {};
+    try {
+        return mending_advice(opened_, check_symbol_file(bytes_of_file(opened_)));
+    } catch (const Failure &) {
+        return {}; // gone since; what the library said must do
+    }
 }
 
 void Host::add_title(const Title &parent, const Title &title) {
@@ -98,7 +110,7 @@ void Host::save(const Title &file) {
                    directories_.user.size()});
     const int result = run(ACC_VKEY_FILE_SAVE);
     if (result == ACC_RET_OK) return;
-    std::vector<std::string> hints;
+    std::vector<std::string> hints = why_not_written();
     if (result == ACC_RET_NOTFOUND) {
         hints = {
             "writing failed, so nothing was saved and an older file is as it was; look for "

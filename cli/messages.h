@@ -25,6 +25,7 @@ enum {
     message_no_such_file = 0,
     message_not_opened = 1,
     message_not_read = 7,
+    message_not_written = 8,
     message_list_too_long = 9,
     message_input_error = 13
 };

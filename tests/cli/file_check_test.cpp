@@ -10,7 +10,7 @@
 namespace kigou {
 namespace {
 
-/** UTF-8 text in the disk form; \1 stands for CR and \2 for NUL. */
+/** UTF-8 text in the disk form; \1 stands for CR, \2 for NUL and \3 for half a character. */
 Sjis disk_form(const std::string &text) {
     Sjis sjis = to_sjis(text);
     sjis.push_back(0);
@@ -19,6 +19,7 @@ Sjis disk_form(const std::string &text) {
     CM_free(euc);
     std::replace(bytes.begin(), bytes.end(), '\1', '\r');
     std::replace(bytes.begin(), bytes.end(), '\2', '\0');
+    std::replace(bytes.begin(), bytes.end(), '\3', '\xA1');
     return bytes;
 }
 
@@ -36,7 +37,7 @@ TEST(file_check, lists_what_is_wrong_by_line) {
     for (int i = 0; i < 35000; ++i) of_70000_bytes += "★";
     struct Case {
         const char *name;
-        std::string text, findings; /**< line and kind, "" when an edit could lose what stands there */
+        std::string text, findings; /**< line and kind, "!" when an edit could lose what stands there */
     };
     const Case cases[] = {
         {"clean", head + block("甲", "→\n←\n") + block("甲／乙", ""), ""},
@@ -60,17 +61,33 @@ TEST(file_check, lists_what_is_wrong_by_line) {
         {"no end line", head + "［甲］\n" + rule + "→\n", "3 unterminated"},
         {"no start line", head + "［甲］\n", "3 unterminated"},
         {"no end line within", head + "［甲］\n" + rule + "→\n" + block("乙", "←\n"), "6 unterminated"},
-        {"last title line cut off", head + block("甲", "") + "［乙", "6 unterminated"},
-        {"CR LF", "〈記号〉\n名称=例\1\n" + block("甲", "→\1\n"), "2 cr"},
-        {"NUL", head + block("甲", "→\n\2") + "rest", "3 unterminated, 6 nul"},
+        {"last title line cut off", head + block("甲", "") + "［乙", "6 unterminated!"},
+        {"last title line without bracket", head + block("甲", "") + "remark\n［乙\n" + rule + "→\n" + rule, "7 unterminated!"},
+        {"title line without bracket", head + "［甲\n" + rule + "→\n" + rule + block("乙", "←\n"), "3 unterminated!"},
+        {"CR LF", "〈記号〉\n名称=例\1\n" + block("甲", "→\1\n"), "2 cr!"},
+        {"CR within lines", head + block("甲", "あ\1→い\1\1\n") + block("乙", "→\n\1") + "\1", "5 cr!, 5 cr!, 10 cr!, 11 cr!"},
+        {"NUL", head + block("甲", "→\n\2") + "rest", "3 unterminated, 6 nul!"},
+        {"no EUC-JP", head + block("甲", "→\3A\n←\n\3B\n"), "5 encoding!, 7 encoding!"},
     };
     for (const Case &c : cases) {
         std::string findings;
         for (const Finding &finding : check_symbol_file(disk_form(c.text)).findings) {
-            findings += (findings.empty() ? "" : ", ") + std::to_string(finding.line) + " " + finding.kind;
+            findings += (findings.empty() ? "" : ", ") + std::to_string(finding.line) + " " + finding.kind + (finding.unsafe ? "!" : "");
         }
         EXPECT_EQ(findings, c.findings) << c.name;
     }
+}
+
+TEST(file_check, advises_on_lines_that_an_edit_could_lose_and_on_no_others) {
+    const CheckedFile harmless = check_symbol_file(disk_form(head + block("甲", "→→①\n")));
+    EXPECT_EQ(harmless.findings.size(), 2U);
+    EXPECT_TRUE(mending_advice("x", harmless).empty());
+    std::string lines = "→→\n";
+    for (int i = 0; i < 25; ++i) lines += "\1←\n";
+    const auto advice = mending_advice("x", check_symbol_file(disk_form(head + block("甲", lines))));
+    ASSERT_EQ(advice.size(), 23U);
+    EXPECT_TRUE(advice[1].starts_with("x:6: 1 CR within")) << advice[1];
+    EXPECT_EQ(advice[21], "5 more findings are not shown");
 }
 
 } // namespace
