@@ -2,10 +2,8 @@
 #include <cstdio>
 
 #include "common/acccom.h"
-#include "record/item_list.h"
 #include "sym/accept.h"
 #include "sym/catalogue.h"
-#include "sym/current_title.h"
 #include "sym/develop.h"
 
 namespace acc {
@@ -55,8 +53,6 @@ int SYM_FileNewProc(Accdata *record) {
 
     acc::set_list_geometry(record);
     record->wCurrentList = 1;
-    acc::empty_list(record->tListBox[0]);
-    acc::show_path(record->tListBox[0], title);
     SYM_SetDataPos(record, acc::open_title());
     return ACC_RET_OK;
 }

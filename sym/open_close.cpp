@@ -107,7 +107,6 @@ int SYM_FileOpenProc(Accdata *record) {
     acc::rescan_catalogue();
     const SymFileListEntry *entry = acc::SymMemTableTitleSearchProc(record->lpchString1);
     if (!entry) return acc::fail(record, Message::file_does_not_exist);
-    acc::m_bEditFlag = 0;
     return acc::open_entry(record, entry->ucFileName);
 }
 

@@ -24,7 +24,9 @@ using Files = std::map<std::string, std::string>;
 TEST(new_file, lies_in_the_temp_file_until_it_is_saved) {
     Editing e(worked_example());
     e.focus("例／矢印");
+    e.host.list(10).cchLBItemHead = 77;
     EXPECT_EQ(e.edit(new_file, ""), 1);
+    EXPECT_EQ(e.host.list(10).cchLBItemHead, 4);
     EXPECT_EQ(e.host.message(), "");
     EXPECT_EQ(e.text(), "〈記号〉\r\n名称=\r\n");
     EXPECT_EQ(e.host.shown(1), "");
