@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Runs the commands that a document shows with their output and compares it.
 #
-#   readme_test.sh DOCUMENT FOLDER-OF-KIGOU
+#   transcript_test.sh DOCUMENT FOLDER-OF-KIGOU
 #
 # A block that begins with "```sh tested" is run; a "```text" block that follows directly is
 # what it prints. So is a line that begins with "$ ", with more of it on lines that begin
