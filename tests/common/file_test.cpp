@@ -154,7 +154,8 @@ TEST_F(Files, a_taken_name_is_told_from_a_failure_without_links_too) {
     EXPECT_EQ(acc::move_new(bytes(path("missing")), bytes(path("claimed"))), acc::Move::failed);
     file_system_has_links = true;
     const std::filesystem::directory_iterator left(ws.root);
-    EXPECT_EQ(std::distance(left, {}), 3 + 3) << "three files, three directories";
+    const auto is_file = [](const auto &entry) { return entry.is_regular_file(); };
+    EXPECT_EQ(std::count_if(begin(left), end(left), is_file), 3) << "nothing stray";
 }
 
 TEST_F(Files, last_handle_given_out_is_the_last_one_free) {
