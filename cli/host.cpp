@@ -129,6 +129,7 @@ int Host::open_titled(std::span<const unsigned char> title) {
 
 void Host::close() {
     opened_.clear();
+    swallowed_.reset();
     if (std::exchange(open_, false)) run(ACC_VKEY_FILE_CLOSE);
 }
 

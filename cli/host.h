@@ -16,6 +16,7 @@
 #include "accdata.h"
 #include "cli/directories.h"
 #include "cli/failure.h"
+#include "cli/file_check.h"
 #include "cli/text_codec.h"
 
 namespace kigou {
@@ -134,6 +135,7 @@ class Host {
     void edit(unsigned short command, const std::string &action);
     std::size_t files_titled(const Title &file);
     std::vector<std::string> why_not_written() const;
+    void refuse_to_drop_titles(const Title &path, const std::string &action);
     void close();
     std::string message() const;
     bool cut_short() const;
@@ -143,6 +145,7 @@ class Host {
     Directories directories_;
     bool open_ = false;
     std::string opened_; /**< path of the open file on disk; empty for a new one */
+    std::optional<std::vector<SwallowedTitle>> swallowed_; /**< of that file, once it was asked */
     Accdata record_{};
     std::array<Sjis, 4> strings_;
     std::vector<unsigned char> result_, display_, message_, status_;

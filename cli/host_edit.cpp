@@ -74,6 +74,26 @@ std::vector<std::string> Host::why_not_written() const {
     }
 }
 
+/** @throws Failure when the symbols of a title or below it hold titles that would be dropped */
+void Host::refuse_to_drop_titles(const Title &path, const std::string &action) {
+    static const std::string separator = "／";
+    const std::size_t cut = path.text.find(separator);
+    if (opened_.empty() || cut == std::string::npos) return;
+    if (!swallowed_) swallowed_ = swallowed_titles(bytes_of_file(opened_));
+    const std::string block = path.text.substr(cut + separator.size());
+    std::vector<std::string> hints;
+    for (const SwallowedTitle &title : *swallowed_) {
+        if (title.block != block && !title.block.starts_with(block + separator)) continue;
+        hints.push_back(opened_ + ":" + std::to_string(title.line) +
+                        ": this title line stands among the symbols of " + title.block);
+    }
+    if (hints.empty()) return;
+    hints.push_back("'kigou check " + opened_ +
+                    "' says where the symbols above are out of step; mend that in an editor, then "
+                    "give the command again");
+    throw Failure(Status::failed, action + ": titles of the file would be lost", hints);
+}
+
 void Host::add_title(const Title &parent, const Title &title) {
     show(parent);
     set_string(0, title.sjis);
@@ -87,14 +107,18 @@ void Host::rename_title(const Title &path, const Title &title) {
 }
 
 void Host::delete_title(const Title &path) {
+    const std::string action = "cannot remove " + path.text;
+    refuse_to_drop_titles(path, action);
     show(path);
-    edit(ACC_VKEY_TITLE_DELETE, "cannot remove " + path.text);
+    edit(ACC_VKEY_TITLE_DELETE, action);
 }
 
 void Host::set_data(const Title &path, const Sjis &data) {
+    const std::string action = "cannot put symbols into " + path.text;
+    refuse_to_drop_titles(path, action);
     show(path);
     set_string(0, data);
-    edit(ACC_VKEY_DATA_REGISTER, "cannot put symbols into " + path.text);
+    edit(ACC_VKEY_DATA_REGISTER, action);
 }
 
 void Host::convert(const std::string &name) {

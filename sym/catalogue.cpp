@@ -36,8 +36,7 @@ void note_miss() {
 /** Whether a file that could not be opened, for that reason, is none that the scan missed. */
 bool is_no_miss(int reason) {
     return reason == ENOENT || reason == ENOTDIR || reason == ELOOP || // gone, or a link to nowhere
-           reason == EISDIR || reason == ENXIO ||                      // no regular file
-           reason == EACCES || reason == EPERM;
+           reason == EISDIR || reason == ENXIO;                        // no regular file
 }
 
 std::span<const SymFileListEntry> entries() {

@@ -40,11 +40,11 @@ const SymFileListEntry *SymMemTableTitleSearchProc(const unsigned char *title);
 
 /**
  * Whether what a search found (null: nothing) is what it would have found if the last scan
- * had missed nothing. A scan misses what a failing system hides from it: a folder that is
- * gone or cannot be read to its end, a file that cannot be looked at, a heap that is
- * exhausted. It does not miss a common directory that was never made, nor files that are no
- * symbol files or that permissions keep from this process. Who writes must ask, lest a second
- * file of a title is made, or the wrong one of two is replaced.
+ * had missed nothing. A scan misses what the system keeps from it: a folder that is gone or
+ * cannot be read to its end, a file that cannot be looked at, also for want of permission, a
+ * heap that is exhausted. It does not miss a common directory that was never made, nor what
+ * is no symbol file. Who writes must ask, lest a second file of a title is made, or the wrong
+ * one of two is replaced.
  */
 bool search_is_certain(const SymFileListEntry *found);
 

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "common/faults.h"
+#include "support/children.h"
 #include "support/editing.h"
 #include "support/text.h"
 
@@ -68,6 +69,16 @@ TEST(incomplete_scan, makes_no_second_file_of_a_title) {
         EXPECT_EQ(host.run(ACC_VKEY_FILE_NEW), c.name == std::string("nothing is missed") ? 1 : 0);
         acc::set_fault_hook(nullptr);
     }
+}
+
+TEST(incomplete_scan, is_one_that_permissions_kept_from_a_file) {
+    Editing e(worked_example());
+    write_file(e.ws.common / "private.kig", symbol_file("他"));
+    fs::permissions(e.ws.common / "private.kig", fs::perms::none);
+    for (const fs::path &path : {e.ws.root, e.ws.common, e.ws.temp}) fs::permissions(path, fs::perms::all);
+    EXPECT_TRUE(holds_for_nobody([&] { return e.save("新") == 0 && e.host.message() == "ファイルの読み込みに失敗しました。"; }));
+    fs::remove(e.ws.common / "private.kig");
+    EXPECT_TRUE(holds_for_nobody([&] { return e.save("新") == 1; }));
 }
 
 TEST(scan, is_complete_without_what_was_never_there) {

@@ -115,6 +115,23 @@ class EditingTest extends Workspace {
         }
     }
 
+    @Test
+    void aSaveThatFailsOrWouldHideTheFileKeepsItsTitle() throws IOException {
+        write("other.kig", "他");
+        try (SymbolFile file = library.open("小")) {
+            file.descend();
+            Path moved = Files.move(common, root.resolve("moved"));
+            assertRefused(Reason.NO_COMMON_DIRECTORY, () -> file.saveAs("新"));
+            assertEquals(List.of("小", "小／Ａ"), shown(file));
+            Files.move(moved, common);
+            file.save();
+            file.focus(1);
+            file.renameTitle("他");
+            assertRefused(Reason.FILE_EXISTS, () -> file.saveAs("小"));
+            assertArrayEquals(text("小", "Ａ=☆★○", "Ａ／Ｘ=△▽", "Ｂ=◎"), Files.readAllBytes(small));
+        }
+    }
+
     @ParameterizedTest
     @ValueSource(strings = {"ｱ記~", "同", ""})
     void aSaveLooksAtTheFileThatTheLibraryTakes(String title) throws IOException {
