@@ -13,9 +13,10 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 #include <vector>
+
+#include "fuzz/choice.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
 
@@ -42,18 +43,6 @@ void run(const Bytes &input, const std::string &name) {
     }
     LLVMFuzzerTestOneInput(input.data(), input.size());
 }
-
-/** Random numbers that are the same with every standard library. */
-class Choice {
-  public:
-    Choice(std::uint64_t seed, std::uint64_t index) : engine_(seed * 1000003 + index) {}
-    std::size_t below(std::size_t limit) {
-        return limit == 0 ? 0 : static_cast<std::size_t>(engine_() % limit);
-    }
-
-  private:
-    std::mt19937_64 engine_;
-};
 
 /** A random stretch of the bytes. */
 Bytes stretch(const Bytes &bytes, Choice &choice) {

@@ -8,8 +8,8 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
+#include <vector>
 
 #include "fuzz/holds.h"
 
@@ -37,8 +37,19 @@ struct Scratch {
 };
 
 inline std::string content(const std::filesystem::path &path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::ifstream file(path, std::ios::binary | std::ios::ate);
+    if (!file) return {};
+    std::string bytes(static_cast<std::size_t>(file.tellg()), 0);
+    file.seekg(0).read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    return bytes;
+}
+
+/** The bytes of the one file in a directory. */
+inline std::string only_file(const std::filesystem::path &directory) {
+    const std::vector<std::filesystem::path> files{std::filesystem::directory_iterator(directory),
+                                                   std::filesystem::directory_iterator()};
+    HOLDS(files.size() == 1);
+    return content(files[0]);
 }
 
 inline void write(const std::filesystem::path &path, const std::string &bytes) {

@@ -4,7 +4,6 @@
 // the working temp file describes itself truly, what the lists and the title list show
 // agrees with it, and after the close no file and no descriptor is left.
 #include <cstdint>
-#include <cstring>
 #include <filesystem>
 #include <map>
 #include <string>
@@ -13,97 +12,11 @@
 #include "common/sjis_text.h"
 #include "fuzz/canary_host.h"
 #include "fuzz/scratch.h"
-#include "sym/temp_index.h"
+#include "fuzz/temp_file.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/** What the working temp file holds: its records and its text. */
-struct TempFile {
-    explicit TempFile(const fs::path &directory) {
-        const std::vector<fs::path> files{fs::directory_iterator(directory),
-                                          fs::directory_iterator()};
-        HOLDS(files.size() == 1);
-        const std::string bytes = content(files[0]);
-        TempIndex header;
-        HOLDS(bytes.size() >= sizeof header);
-        std::memcpy(&header, bytes.data(), sizeof header);
-        HOLDS(header.usCount >= 1 && header.reserved == 0);
-        HOLDS(header.ulTextPos == sizeof header + header.usCount * sizeof(TempInfo));
-        HOLDS(bytes.size() >= header.ulTextPos);
-        records.resize(header.usCount);
-        std::memcpy(records.data(), bytes.data() + sizeof header,
-                    header.usCount * sizeof(TempInfo));
-        text = bytes.substr(header.ulTextPos);
-    }
-    std::vector<TempInfo> records;
-    std::string text;
-};
-
-unsigned symbols_of(const std::string &data) {
-    unsigned symbols = 0;
-    for (std::size_t i = 0; i < data.size(); i += 2) symbols += data.compare(i, 2, "\r\n") != 0;
-    return symbols;
-}
-
-/** Each record against the text: its title line, its data and what ends it. */
-void check_records(const TempFile &temp) {
-    const TempInfo &file = temp.records[0];
-    const std::string title = text(file.ucTitle);
-    HOLDS(file.usBlockNo == 1 && file.usLevel == 1 && text(file.ucPath) == title);
-    HOLDS(file.ulDataPos == 0 && file.ulDataLen == 0 && file.ulSymbolNum == 0);
-    HOLDS(temp.text.compare(file.ulTitlePos, title.size(), title) == 0);
-    std::size_t end = file.ulTitlePos + title.size(); // of the block before
-    for (std::size_t i = 1; i < temp.records.size(); ++i) {
-        const TempInfo &block = temp.records[i];
-        HOLDS(block.usBlockNo == i + 1 && block.usLevel >= 2 && block.usLevel <= ACC_LISTBOX_MAX);
-        HOLDS(std::memchr(block.ucTitle, 0, sizeof block.ucTitle) &&
-              std::memchr(block.ucPath, 0, sizeof block.ucPath));
-        const std::string path = text(block.ucPath);
-        HOLDS(path.starts_with(title + "\x81\x5E") && path.ends_with(text(block.ucTitle)));
-        HOLDS(block.ulTitlePos >= end && block.ulDataPos > block.ulTitlePos);
-        const std::string bracketed = "\x81\x6D" + path.substr(title.size() + 2) + "\x81\x6E";
-        const std::size_t found = temp.text.find(bracketed, block.ulTitlePos);
-        const std::size_t open_ended =
-            temp.text.find(bracketed.substr(0, bracketed.size() - 2), block.ulTitlePos);
-        HOLDS(std::min(found, open_ended) < block.ulDataPos);
-        end = block.ulDataPos + 2 * std::size_t{block.ulDataLen};
-        HOLDS(end <= temp.text.size());
-        const std::string data = temp.text.substr(block.ulDataPos, 2 * block.ulDataLen);
-        HOLDS(block.ulSymbolNum == symbols_of(data));
-        HOLDS(temp.text.compare(end, acc::hyphen_line, std::string(acc::hyphen_line, '-')) == 0);
-    }
-}
-
-/** The strings of lpchDisplay. */
-std::vector<std::string> displayed(const Accdata &record) {
-    std::vector<std::string> strings;
-    std::size_t at = 0;
-    while (at < record.cchDisplay) {
-        strings.push_back(text(record.lpchDisplay + at));
-        at += strings.back().size() + 1;
-    }
-    HOLDS(at == record.cchDisplay && record.lpchDisplay[at] == 0);
-    return strings;
-}
-
-/** Walks the items of a list as a host does. @return how many of them are symbols */
-unsigned walk(const ListBox &list) {
-    unsigned symbols = 0;
-    std::size_t at = 0;
-    for (unsigned i = 0; i < list.cchLBItemTotal; ++i) {
-        HOLDS(at < list.cchLBListLen);
-        const unsigned char attribute = list.lpchLBListInfo[i];
-        HOLDS(attribute == 2 || attribute == 3 || attribute == 4);
-        HOLDS(attribute == LBINFO_SYMBOL || symbols == 0);
-        symbols += attribute == LBINFO_SYMBOL;
-        at += std::strlen(reinterpret_cast<char *>(list.lpchLBList + at)) + 1;
-        if (at < list.cchLBListLen && list.lpchLBList[at] == 0) ++at;
-    }
-    HOLDS(at == list.cchLBListLen);
-    return symbols;
-}
 
 using FirstRecords = std::map<std::string, const TempInfo *>;
 
@@ -184,8 +97,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
             HOLDS(host.record.cchMessage != 0 && g_tAccFile[1].hFile == 0);
             continue;
         }
-        const TempFile temp(scratch.temp);
+        const TempFile temp(only_file(scratch.temp));
         check_records(temp);
+        for (std::size_t i = 0; i < temp.records.size(); ++i) {
+            HOLDS(temp.records[i].usBlockNo == i + 1);
+            HOLDS(temp.records[i].usLevel <= ACC_LISTBOX_MAX);
+        }
         browse(host, temp);
         HOLDS(host.run(ACC_VKEY_GET_EDIT) == ACC_RET_NONE);
         HOLDS(host.run(ACC_VKEY_FILE_CLOSE) == ACC_RET_OK);
