@@ -31,10 +31,8 @@ WholeFile read_to_end(int handle, unsigned most) {
         const int wanted = static_cast<int>(room - length);
         length += static_cast<unsigned>(CM_read(handle, wanted, bytes.get() + length));
         if (stream_failed(handle)) return {Result::failed, {}, 0};
-        if (length < room) {
-            bytes[length] = 0;
-            return {Result::read, std::move(bytes), length};
-        }
+        // What lies behind is 0, the NUL too: a new block is zero-filled.
+        if (length < room) return {Result::read, std::move(bytes), length};
         if (length > most) return {Result::too_large, {}, 0};
         const unsigned larger = static_cast<unsigned>(std::min(2ULL * room, most + 1ULL));
         void *const moved = CM_realloc(bytes.get(), room, larger);

@@ -67,9 +67,11 @@ TEST(catalogue, finds_the_program_directory_s_file_first) {
     ASSERT_EQ(host.open("題"), 1);
     EXPECT_EQ(host.shown(1), "1: 題／program<2>");
     host.record.wDataStatus = 1;
+    host.record.wDataUpdate = 2;
     EXPECT_EQ(host.run(ACC_VKEY_FILE_TITLES), 1);
     EXPECT_EQ(host.displayed(), "題|題|");
     EXPECT_EQ(host.record.wDataStatus, 1 + 16);
+    EXPECT_EQ(host.record.wDataUpdate, 2 + 16);
 }
 
 TEST(catalogue, is_empty_without_a_program_directory) {
