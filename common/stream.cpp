@@ -67,7 +67,9 @@ void take_after(int handle, const struct stat &other) {
     // The owner first: changing it may clear bits of the mode.
     if (fchown(descriptor, other.st_uid, other.st_gid) != 0) {
         mode &= 0777;
-        if (fchown(descriptor, static_cast<uid_t>(-1), other.st_gid) != 0) mode &= ~S_IRWXG;
+        if (fchown(descriptor, static_cast<uid_t>(-1), other.st_gid) != 0) {
+            mode &= ~static_cast<mode_t>(S_IRWXG);
+        }
     }
     fchmod(descriptor, mode);
 }
