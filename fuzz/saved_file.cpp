@@ -80,6 +80,13 @@ bool comes_back(const std::string &text_form_of_it) {
     return text_form(text(disk.get())) == text_form_of_it;
 }
 
+bool is_listed_whole(const std::string &text_form_of_it) {
+    const acc::HeapBlock<unsigned char> disk(
+        CM_sjis2euc(reinterpret_cast<const unsigned char *>(text_form_of_it.c_str())));
+    const std::string bytes = text(disk.get());
+    return bytes.find('\n', bytes.find("\xCC\xBE\xBE\xCE=")) <= 1023;
+}
+
 bool is_plain_title(const std::string &title) {
     const auto *bytes = reinterpret_cast<const unsigned char *>(title.c_str());
     return comes_back(title) && !title.empty() && !acc::find_char(bytes, 0x815E) &&

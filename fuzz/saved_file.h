@@ -11,6 +11,9 @@
 /** Whether a text comes back the same from the disk form. */
 bool comes_back(const std::string &text_form);
 
+/** Whether the name line ends within what a scan reads of the file. */
+bool is_listed_whole(const std::string &text_form);
+
 /** Whether a title is one that nothing in a file takes for something else. */
 bool is_plain_title(const std::string &title);
 

@@ -180,7 +180,8 @@ void WalkChecks::check_save(const Sent &sent, int result, const Seen &before,
     hold_same(blocks_of(*after.open), blocks_of(*before.open));
     if (result == ACC_RET_OK) return check_saved(sent, before, after);
     HOLDS(after.edited || !before.edited);
-    HOLDS(message_number(host_.record) != 8 || after.cut || !comes_back(after.open->text));
+    HOLDS(message_number(host_.record) != 8 || after.cut || !comes_back(after.open->text) ||
+          !is_listed_whole(after.open->text));
 }
 
 /** One file is new or another one, and holds what the index had. */

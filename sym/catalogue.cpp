@@ -54,6 +54,22 @@ bool carries_number(const SymFileListEntry &entry, int &number) {
     return true;
 }
 
+/** What the head of a file says: its text, and the file title in it. */
+struct Head {
+    HeapBlock<unsigned char> text; // empty without memory
+    Range title;
+    bool is_symbol_file = false;
+};
+
+/** @param raw  the first bytes of the file, head_bytes at most, and a NUL */
+Head read_head(const unsigned char *raw) {
+    Head head{HeapBlock<unsigned char>(CM_euc2sjis(raw)), {}};
+    if (!head.text) return head;
+    const Text text(head.text.get(), static_cast<std::size_t>(CM_lstrlen(head.text.get())));
+    head.is_symbol_file = has_symbol_header(text) && find_file_title(text, head_bytes, head.title);
+    return head;
+}
+
 /** Adds one file. @return 0; -1 when it is no symbol file or does not fit its entry */
 int SymFileListUpProc(const unsigned char *path) {
     unsigned char raw[head_bytes + 1];
@@ -63,14 +79,11 @@ int SymFileListUpProc(const unsigned char *path) {
         return -1;
     }
     raw[CM_read(file.handle(), head_bytes, raw)] = 0;
-    const HeapBlock<unsigned char> converted(CM_euc2sjis(raw));
-    if (stream_failed(file.handle()) || !converted) note_miss();
-    const unsigned char *head = converted ? converted.get() : raw;
-    const Text text(head, static_cast<std::size_t>(CM_lstrlen(head)));
-    Range title;
-    if (!has_symbol_header(text) || !find_file_title(text, head_bytes, title)) return -1;
-    if (title.length >= sizeof(SymFileListEntry::ucTitle)) return -1;
-    const int added = SymMemTableMakeProc(path, {head + title.offset, title.length});
+    const Head head = read_head(raw);
+    if (stream_failed(file.handle()) || !head.text) note_miss();
+    if (!head.is_symbol_file || head.title.length >= sizeof(SymFileListEntry::ucTitle)) return -1;
+    const int added =
+        SymMemTableMakeProc(path, {head.text.get() + head.title.offset, head.title.length});
     if (added != 0) note_miss();
     return added;
 }
@@ -185,6 +198,17 @@ int next_free_number(int number) {
         ++number;
     } while (std::any_of(entries().begin(), entries().end(), is_carried));
     return number;
+}
+
+std::optional<bool> is_listed_as(const unsigned char *disk, const unsigned char *title) {
+    unsigned char raw[head_bytes + 1];
+    const int bytes = std::min(CM_lstrlen(disk), head_bytes);
+    CM_strncpy(raw, disk, static_cast<short>(bytes));
+    const Head head = read_head(raw);
+    if (!head.text) return std::nullopt;
+    return head.is_symbol_file &&
+           head.title.length == static_cast<std::uint32_t>(CM_lstrlen(title)) &&
+           std::memcmp(head.text.get() + head.title.offset, title, head.title.length) == 0;
 }
 
 bool new_file_path(int number, NewPath &path) {

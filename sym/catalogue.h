@@ -6,6 +6,7 @@
 #define ACCSYM_SYM_CATALOGUE_H
 
 #include <cstddef>
+#include <optional>
 
 #include "sym/engine.h"
 
@@ -63,6 +64,14 @@ int SymGetFreeFileNoProc();
 
 /** The lowest number above that one that no listed file carries. */
 int next_free_number(int number);
+
+/**
+ * Whether a scan would list a file of these bytes under that title: it reads the first 1023
+ * bytes alone, and a name line may stand anywhere.
+ * @param disk  the disk form, NUL-ended
+ * @return      nothing without memory
+ */
+std::optional<bool> is_listed_as(const unsigned char *disk, const unsigned char *title);
 
 /** A new file's whole path in the common directory, as a field of the catalogue holds it. */
 using NewPath = unsigned char[sizeof(SymFileListEntry::ucFileName)];

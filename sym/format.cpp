@@ -195,8 +195,12 @@ bool has_stray_title(Text text, Range title) {
     Block block;
     std::uint32_t end = title.offset + title.length;
     while (walk.next(block)) {
-        if (has_bracket(text, block.path.offset + block.path.length, block.data)) return true;
-        end = block.end;
+        if (has_bracket(text, end, block.title_line) ||
+            has_bracket(text, block.path.offset + block.path.length, block.data)) {
+            return true;
+        }
+        // The two bytes of the end line's end need not be that: half a bracket may be one.
+        end = block.cut == Cut::nowhere ? block.end - 2 : block.end;
     }
     return has_bracket(text, end, length_of(text));
 }

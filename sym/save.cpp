@@ -35,7 +35,9 @@ std::optional<Message> make_disk_form(DiskForm &disk) {
     const HeapBlock<unsigned char> again(disk ? CM_euc2sjis(disk.get()) : nullptr);
     if (!again) return Message::out_of_memory;
     const Text read{again.get(), static_cast<std::size_t>(CM_lstrlen(again.get()))};
-    if (!reads_as(read, open_records(), {text.bytes.get(), text.length})) {
+    const std::optional<bool> listed = is_listed_as(disk.get(), open_title());
+    if (!listed) return Message::out_of_memory;
+    if (!*listed || !reads_as(read, open_records(), {text.bytes.get(), text.length})) {
         return Message::writing_failed;
     }
     return std::nullopt;

@@ -51,6 +51,14 @@ TEST(save, writes_nothing_that_would_not_be_read_back) {
     }
 }
 
+// A scan reads the first 1023 bytes of a file.
+TEST(save, writes_no_title_that_no_scan_would_find) {
+    Editing e(with(worked_example(), to_euc("名称"), std::string(900, 'x') + "\n" + to_euc("名称")));
+    EXPECT_EQ(e.save(std::string(200, 'T')), 0);
+    EXPECT_EQ(e.host.message(), writing_failed);
+    EXPECT_EQ(e.save("短"), 1) << e.host.message();
+}
+
 TEST(rename, drops_no_line_that_was_meant_as_a_title) {
     const std::string file = symbol_file("例", block("A", "→\n") + block("B", "☆\n") + block("C", "←\n"));
     const std::string b_line = to_euc("［B］\n"), c_line = to_euc("［C］\n");
@@ -63,6 +71,7 @@ TEST(rename, drops_no_line_that_was_meant_as_a_title) {
         {"a remark without a bracket", with(file, b_line, "remark\n" + b_line), 1},
         {"a last title without its closing bracket", with(file, c_line, to_euc("［C\n")), 2},
         {"a title whose start line is missing", with(file, b_line + hyphens + "\n", b_line + c_line), 2},
+        {"a title behind a lone CR", with(file, "-\n" + c_line, "-\r" + c_line), 2},
         {"a title that swallows the next one", with(file, b_line, to_euc("［B\n")), 1},
     };
     for (const auto &c : cases) {
