@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <stdlib.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -22,6 +23,9 @@ const char *c_path(const unsigned char *path) {
 /** Handle of a file just made; on failure the file is removed. */
 int handle_of_new_file(int descriptor, const char *path) {
     if (descriptor < 0) return -1;
+    // Says that this process lives: whoever finds the file and can lock it may clear it away. On
+    // a file system without locks nothing says so.
+    flock(descriptor, LOCK_EX | LOCK_NB);
     std::FILE *const stream = fdopen(descriptor, "w+b");
     if (stream == nullptr) close(descriptor);
     const int handle = claim_handle(stream);

@@ -25,7 +25,8 @@ namespace acc {
 int open_regular(const unsigned char *path, const char *mode);
 
 /**
- * Makes a temp file under a name that did not exist, mode 0600, to be read and written.
+ * Makes a temp file under a name that did not exist, mode 0600, to be read and written. It is
+ * locked (flock) until it is closed.
  * @param name_template  path ending in "XXXXXX", which the chosen name replaces
  * @return               handle; -1 on failure, then there is no new file
  */
@@ -33,7 +34,7 @@ int create_temporary(unsigned char *name_template);
 
 /**
  * Makes a file that must not exist yet, not even as a dangling symbolic link, to be read
- * and written.
+ * and written. It is locked (flock) until it is closed.
  * @param mode  permissions, subject to the umask
  * @return      handle; -1 on failure or when the path exists
  */
