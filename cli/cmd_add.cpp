@@ -1,10 +1,7 @@
 // cmd_add.cpp - kigou add: a new title below another.
-#include <algorithm>
 #include <memory>
 
-#include "cli/command.h"
-#include "cli/edit.h"
-#include "cli/storable.h"
+#include "cli/edit_command.h"
 
 namespace kigou {
 namespace {
@@ -16,17 +13,10 @@ struct Options {
 
 Status run(const Context &context, const Options &options) {
     const Title title = new_title(options.title);
-    Edit edit(context, options.edit);
-    const Located located = edit.locate(options.path);
-    if (level_of(located.path.text, located.tree.items.front().text) >= most_levels) {
-        throw Failure(Status::failed, "cannot add below " + located.path.text +
-                                          ": it stands on the tenth level, the last");
-    }
-    edit.host().add_title(located.path, title);
-    const std::string path = located.path.text + std::string(separator) + title.text;
-    edit.did("added " + path, {{"change", "add"}, {"path", path}});
-    edit.finish();
-    return Status::found;
+    return tell(context, run_edit(context, options.edit, [&](Edit &edit) {
+                    edit.locate(options.path);
+                    edit.add(title);
+                }));
 }
 
 Body declare(CLI::App &app) {

@@ -1,13 +1,14 @@
 // cmd_check.cpp - kigou check: what is wrong in symbol files.
 #include <iostream>
 #include <memory>
-#include <nlohmann/json.hpp>
 
 #include "cli/command.h"
-#include "cli/edit.h"
-#include "cli/file_check.h"
+#include "cli/json.h"
 #include "cli/output.h"
-#include "cli/working_copy.h"
+#include "picker/check.h"
+#include "picker/editing.h"
+#include "picker/failure.h"
+#include "picker/file_bytes.h"
 
 namespace kigou {
 namespace {
@@ -22,6 +23,7 @@ nlohmann::ordered_json to_json(const std::string &path, const CheckedFile &file)
         json["findings"].push_back(
             {{"line", finding.line}, {"kind", finding.kind}, {"text", finding.text}});
     }
+    json["more"] = file.more;
     return json;
 }
 
@@ -29,6 +31,7 @@ void print(const std::string &path, const CheckedFile &file) {
     for (const Finding &finding : file.findings) {
         std::cout << path << ':' << finding.line << ": " << printable(finding.text) << '\n';
     }
+    if (file.more != 0) std::cout << path << ": " << file.more << " more findings\n";
     if (!file.findings.empty()) return;
     std::cout << path << ": clean (" << printable(file.title) << ", "
               << counted(file.blocks, "title") << ", " << counted(file.symbols, "symbol") << ")\n";
@@ -39,7 +42,7 @@ Status run(const Context &context, const std::vector<std::string> &paths) {
     nlohmann::ordered_json json = {{"files", nlohmann::json::array()}};
     for (const std::string &path : paths) {
         try {
-            const CheckedFile file = check_symbol_file(bytes_of_file(path));
+            const CheckedFile file = check_symbol_file(read_file(path).bytes);
             if (!file.findings.empty() && status == Status::found) status = Status::findings;
             if (context.json) {
                 json["files"].push_back(to_json(path, file));
@@ -51,7 +54,7 @@ Status run(const Context &context, const std::vector<std::string> &paths) {
             status = Status::failed;
         }
     }
-    if (context.json) std::cout << json.dump(2) << '\n';
+    if (context.json) write(json);
     return status;
 }
 

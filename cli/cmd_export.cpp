@@ -4,10 +4,9 @@
 #include <memory>
 
 #include "cli/command.h"
-#include "cli/host.h"
-#include "cli/symbol_set.h"
-#include "cli/title_path.h"
-#include "cli/working_copy.h"
+#include "picker/set_files.h"
+#include "picker/set_formats.h"
+#include "picker/snapshot.h"
 
 namespace kigou {
 namespace {
@@ -18,20 +17,13 @@ struct Options {
 };
 
 Status run(const Context &context, const Options &options) {
-    Host host(context.directories);
-    host.open(typed_title(options.title));
-    const WorkingCopy copy = working_copy(host);
-    SymbolSet set{copy.file.sjis, {}};
-    for (const WorkingBlock &block : copy.blocks) {
-        const auto below_file = static_cast<std::ptrdiff_t>(copy.file.sjis.size() + 2);
-        set.blocks.push_back(
-            {Sjis(block.path.sjis.begin() + below_file, block.path.sjis.end()), block.data, {}});
-    }
+    const SetFiles sets = find_sets(context.directories);
+    const Snapshot snapshot(sets.get(typed_title(options.title)).path);
     const std::string format =
         options.format.empty() ? (context.json ? "json" : "text") : options.format;
     static const std::map<std::string, Format> formats{
         {"text", Format::text}, {"json", Format::json}, {"tsv", Format::tsv}};
-    std::cout << write_set(set, formats.at(format));
+    std::cout << write_set(set_of(snapshot), formats.at(format));
     return Status::found;
 }
 

@@ -1,36 +1,44 @@
 // cmd_files.cpp - kigou files: the titles of all symbol files.
 #include <iostream>
-#include <nlohmann/json.hpp>
 #include <set>
 #include <string>
 
 #include "cli/command.h"
-#include "cli/host.h"
+#include "cli/json.h"
 #include "cli/output.h"
+#include "cli/shell_word.h"
+#include "picker/set_files.h"
 
 namespace kigou {
 namespace {
 
 Status run(const Context &context) {
-    Host host(context.directories);
-    const Listing<Title> files = host.file_titles();
+    const SetFiles files = find_sets(context.directories);
     nlohmann::ordered_json json = {{"files", nlohmann::json::array()},
-                                   {"truncated", files.cut_short}};
-    std::set<std::string> seen;
-    for (const Title &file : files.items) {
-        const bool hidden = !seen.emplace(file.sjis.begin(), file.sjis.end()).second;
-        json["files"].push_back({{"title", file.text}, {"hidden", hidden}});
+                                   {"truncated", false},
+                                   {"unusable", nlohmann::json::array()}};
+    std::set<Sjis> seen;
+    for (const SetFile &file : files.sets) {
+        const bool hidden = !seen.insert(file.title.sjis).second;
+        json["files"].push_back(
+            {{"title", file.title.text}, {"hidden", hidden}, {"path", file.path}});
         if (context.json) continue;
-        std::cout << printable(file.text) << (hidden ? "  (hidden by the one above)" : "") << '\n';
+        std::cout << printable(file.title.text) << (hidden ? "  (hidden by the one above)" : "")
+                  << '\n';
     }
-    if (context.json) std::cout << json.dump(2) << '\n';
-    if (files.cut_short) complain("the list is cut short: there are more symbol files");
-    if (files.items.empty()) {
+    for (const SpoiltFile &file : files.spoilt) {
+        json["unusable"].push_back({{"path", file.path}, {"reason", file.reason}});
+        if (context.json) continue;
+        complain(file.path + " cannot be used: " + file.reason);
+        complain("'kigou check " + shell_word(file.path) + "' says more");
+    }
+    if (context.json) write(json);
+    if (!files.sets.empty()) return Status::found;
+    if (!context.json) {
         complain("there is no symbol file in " + context.directories.program + " and " +
                  context.directories.common);
-        return Status::nothing_found;
     }
-    return Status::found;
+    return Status::nothing_found;
 }
 
 Body declare(CLI::App &) {

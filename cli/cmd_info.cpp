@@ -1,79 +1,24 @@
 // cmd_info.cpp - kigou info: the codes of symbols, and where they stand in the sets.
-#include <algorithm>
 #include <iostream>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
-#include <set>
 
 #include "cli/command.h"
-#include "cli/host.h"
+#include "cli/json.h"
 #include "cli/output.h"
-#include "cli/symbol_codes.h"
-#include "cli/symbol_input.h"
-#include "cli/title_path.h"
+#include "picker/failure.h"
+#include "picker/symbol_places.h"
+#include "picker/symbol_reading.h"
 
 namespace kigou {
 namespace {
-
-// As for the counts of the tree, each title is positioned once.
-constexpr std::size_t titles_searched = 2000;
 
 struct Options {
     std::vector<std::string> symbols;
     std::optional<std::string> file;
 };
 
-struct Asked {
-    Sjis symbol;
-    std::vector<std::string> paths; /**< full paths of the titles that hold it */
-};
-
-void search_title(Host &host, const Title &title, std::vector<Asked> &asked) {
-    const std::vector<Sjis> symbols = host.contents(title).symbols;
-    for (Asked &one : asked) {
-        if (std::find(symbols.begin(), symbols.end(), one.symbol) != symbols.end()) {
-            one.paths.push_back(title.text);
-        }
-    }
-}
-
-void search_open_file(Host &host, std::vector<Asked> &asked) {
-    const Listing<Title> tree = host.tree();
-    const std::string &file = tree.items.front().text;
-    if (tree.cut_short || tree.items.size() > titles_searched) {
-        complain(file + " is not searched: it has more than " + std::to_string(titles_searched) +
-                 " titles");
-        return;
-    }
-    for (const Title &title : tree.items) {
-        try {
-            search_title(host, title, asked);
-        } catch (const Failure &failure) {
-            complain(failure.what()); // the others can be searched all the same
-        }
-    }
-}
-
-/** Codes can be told without sets, so one that cannot be searched is only mentioned. */
-void search_all_files(Host &host, std::vector<Asked> &asked) {
-    try {
-        std::set<Sjis> seen;
-        for (const Title &file : host.file_titles().items) {
-            if (!seen.insert(file.sjis).second) continue;
-            try {
-                host.open(file);
-                search_open_file(host, asked);
-            } catch (const Failure &failure) {
-                complain(failure.what());
-            }
-        }
-    } catch (const Failure &failure) {
-        complain(failure.what());
-    }
-}
-
-void print(const Asked &asked, const SymbolCodes &codes) {
+void print(const SymbolCodes &codes, const std::vector<std::string> &paths) {
     const auto line = [](const char *name, const std::string &value) {
         std::cout << "  " << padded(name, 11) << (value.empty() ? "-" : value) << '\n';
     };
@@ -84,32 +29,44 @@ void print(const Asked &asked, const SymbolCodes &codes) {
     line("Unicode", codes.unicode);
     if (codes.repertoire == Repertoire::vendor) line("note", "vendor character, not in JIS X 0208");
     if (codes.repertoire == Repertoire::none) line("note", "no character has this code");
-    for (const std::string &path : asked.paths) line("stands in", printable(path));
+    for (const std::string &path : paths) line("stands in", printable(path));
+}
+
+/** Codes can be told without sets, so what cannot be searched is only mentioned. */
+SymbolPlaces places(const Context &context, const Options &options,
+                    const std::vector<Sjis> &symbols) {
+    std::vector<SetFile> sets;
+    if (options.file) {
+        sets = {find_sets(context.directories).get(typed_title(*options.file))};
+    } else {
+        try {
+            sets = find_sets(context.directories).sets;
+        } catch (const Failure &failure) {
+            complain(failure.what());
+        }
+    }
+    SymbolPlaces places = places_of(symbols, sets);
+    for (const SpoiltFile &file : places.not_searched) complain(file.reason);
+    return places;
 }
 
 Status run(const Context &context, const Options &options) {
-    std::vector<Asked> asked;
+    std::vector<Sjis> symbols;
     for (const std::string &argument : options.symbols) {
-        for (Sjis &symbol : symbols_of(argument)) asked.push_back({std::move(symbol), {}});
+        for (Sjis &symbol : symbols_named(argument)) symbols.push_back(std::move(symbol));
     }
-    Host host(context.directories);
-    if (!options.file) {
-        search_all_files(host, asked);
-    } else {
-        host.open(typed_title(*options.file));
-        search_open_file(host, asked);
-    }
+    const SymbolPlaces found = places(context, options, symbols);
     Status status = Status::nothing_found;
     nlohmann::ordered_json json = {{"symbols", nlohmann::json::array()}};
-    for (const Asked &one : asked) {
-        const SymbolCodes codes = codes_of(one.symbol);
+    for (std::size_t i = 0; i < symbols.size(); ++i) {
+        const SymbolCodes codes = codes_of(symbols[i]);
         if (codes.repertoire != Repertoire::none) status = Status::found;
-        nlohmann::ordered_json symbol = to_json(codes);
-        symbol["paths"] = one.paths;
+        nlohmann::ordered_json symbol = json_of(codes);
+        symbol["paths"] = found.paths[i];
         json["symbols"].push_back(std::move(symbol));
-        if (!context.json) print(one, codes);
+        if (!context.json) print(codes, found.paths[i]);
     }
-    if (context.json) std::cout << json.dump(2) << '\n';
+    if (context.json) write(json);
     return status;
 }
 

@@ -2,40 +2,26 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 
 #include "cli/command.h"
-#include "cli/host.h"
+#include "cli/json.h"
 #include "cli/output.h"
-#include "cli/symbol_codes.h"
-#include "cli/title_path.h"
+#include "picker/locate.h"
+#include "picker/set_formats.h"
+#include "picker/symbol_data.h"
 
 namespace kigou {
 namespace {
 
-constexpr std::size_t symbols_per_line = 10;
-
 struct Options {
     std::string path;
     std::optional<std::string> file;
-    bool codes = false;
+    bool codes = false, titles = false, symbols = false;
 };
 
-void print_grid(const std::vector<SymbolCodes> &symbols) {
-    std::size_t columns = 0;
-    for (const SymbolCodes &codes : symbols) {
-        columns = std::max(columns, display_width(cell_text(codes)));
-    }
-    for (std::size_t i = 0; i < symbols.size(); ++i) {
-        const bool last = i + 1 == symbols.size() || (i + 1) % symbols_per_line == 0;
-        const std::string cell = cell_text(symbols[i]);
-        std::cout << (last ? cell + "\n" : padded(cell, columns + 1));
-    }
-}
-
 /** The symbol comes last: terminals do not agree on the width of all symbols. */
-void print_codes(const std::vector<SymbolCodes> &symbols) {
+void write_codes(const std::vector<SymbolCodes> &symbols) {
     const auto line = [](auto... cells) { ((std::cout << padded(cells, 10) << ' '), ...); };
     line("Shift_JIS", "JIS", "kuten", "Unicode");
     std::cout << "symbol\n";
@@ -47,43 +33,76 @@ void print_codes(const std::vector<SymbolCodes> &symbols) {
     }
 }
 
-Status run(const Context &context, const Options &options) {
-    Host host(context.directories);
-    const Located located = locate(host, options.path, options.file);
-    const Contents contents = host.contents(located.path);
-    const auto has_children = [&](const Title &title) {
-        return std::any_of(located.tree.items.begin(), located.tree.items.end(),
-                           [&](const Title &other) { return lies_below(other.text, title.text); });
-    };
-    std::vector<SymbolCodes> symbols;
-    for (const Sjis &symbol : contents.symbols) symbols.push_back(codes_of(symbol));
-    if (context.json) {
-        nlohmann::ordered_json json = {{"path", located.path.text},
-                                       {"titles", nlohmann::json::array()},
-                                       {"symbols", nlohmann::json::array()},
-                                       {"truncated", contents.cut_short}};
-        for (const Title &title : contents.titles) {
-            json["titles"].push_back({{"path", title.text},
-                                      {"title", last_title(title.text)},
-                                      {"children", has_children(title)}});
-        }
-        for (const SymbolCodes &codes : symbols) json["symbols"].push_back(to_json(codes));
-        std::cout << json.dump(2) << '\n';
-    } else {
-        std::cout << printable(located.path.text) << '\n';
-        for (const Title &title : contents.titles) {
-            std::cout << "  " << printable(last_title(title.text))
-                      << (has_children(title) ? separator : "") << '\n';
-        }
-        if (options.codes && !symbols.empty()) {
-            print_codes(symbols);
-        } else {
-            print_grid(symbols);
+/** What one title holds, as it is asked for. */
+class Listing {
+  public:
+    Listing(const Options &options, const Located &located)
+        : options_(options), snapshot_(located.snapshot), number_(located.number) {
+        for (const Sjis &symbol : symbols_in(snapshot_.data(number_))) {
+            symbols_.push_back(codes_of(symbol));
         }
     }
-    if (contents.cut_short) {
-        complain("the list is cut short: " + located.path.text +
-                 " holds more than a list box can show");
+
+    void write_as_json() const {
+        nlohmann::ordered_json json = {{"path", snapshot_.title(number_).text},
+                                       {"titles", nlohmann::json::array()},
+                                       {"symbols", nlohmann::json::array()},
+                                       {"truncated", false}};
+        for (const std::size_t child : snapshot_.children(number_)) {
+            const std::string path = snapshot_.title(child).text;
+            json["titles"].push_back({{"path", path},
+                                      {"title", last_title(path)},
+                                      {"children", !snapshot_.children(child).empty()}});
+        }
+        for (const SymbolCodes &codes : symbols_) json["symbols"].push_back(json_of(codes));
+        write(json);
+    }
+
+    void write_for_terminal(std::size_t columns) const {
+        std::cout << printable(snapshot_.title(number_).text) << '\n';
+        if (!options_.symbols) write_titles("  ");
+        if (options_.titles) return;
+        if (options_.codes && !symbols_.empty()) return write_codes(symbols_);
+        std::vector<std::string> cells;
+        for (const SymbolCodes &codes : symbols_) cells.push_back(cell_text(codes));
+        write_grid(cells, columns);
+    }
+
+    /** Titles, an empty line, and the symbols in their lines, as put reads them. */
+    void write_for_pipe() const {
+        const bool has_titles = !options_.symbols && !snapshot_.children(number_).empty();
+        if (has_titles) write_titles("");
+        if (options_.titles || symbols_.empty()) return;
+        if (has_titles) std::cout << '\n';
+        if (options_.codes) return write_codes(symbols_);
+        for (const Sjis &line : lines_of_data(snapshot_.data(number_))) {
+            std::cout << written_symbols(line) << '\n';
+        }
+    }
+
+  private:
+    void write_titles(const char *indent) const {
+        for (const std::size_t child : snapshot_.children(number_)) {
+            std::cout << indent << printable(last_title(snapshot_.title(child).text))
+                      << (snapshot_.children(child).empty() ? "" : separator) << '\n';
+        }
+    }
+
+    const Options &options_;
+    const Snapshot &snapshot_;
+    std::size_t number_;
+    std::vector<SymbolCodes> symbols_;
+};
+
+Status run(const Context &context, const Options &options) {
+    const Located located = locate(find_sets(context.directories), options.path, options.file);
+    const Listing listing(options, located);
+    if (context.json) {
+        listing.write_as_json();
+    } else if (const auto columns = terminal_columns()) {
+        listing.write_for_terminal(*columns);
+    } else {
+        listing.write_for_pipe();
     }
     return Status::found;
 }
@@ -98,6 +117,8 @@ Body declare(CLI::App &app) {
                    "(default: " +
                        std::string(standard_title) + ")");
     app.add_flag("--codes", options->codes, "Show the codes of each symbol");
+    const auto titles = app.add_flag("--titles", options->titles, "Show the titles alone");
+    app.add_flag("--symbols", options->symbols, "Show the symbols alone")->excludes(titles);
     return [options](const Context &context) { return run(context, *options); };
 }
 
@@ -107,6 +128,7 @@ const Command list_command{"list", "List the titles and the symbols below a titl
                            "  kigou list 標準の記号／一般記号／矢印\n"
                            "  kigou list 一般記号/矢印 --codes\n"
                            "  kigou list 丸数字 --file 拡張の記号 --json\n"
+                           "  kigou list 一般記号/矢印 | kigou put 私の記号/矢印\n"
                            "A title that ends with \"／\" in the list has titles below it.",
                            declare};
 

@@ -1,9 +1,7 @@
 // cmd_new.cpp - kigou new: an empty symbol file.
 #include <memory>
 
-#include "cli/command.h"
-#include "cli/edit.h"
-#include "cli/storable.h"
+#include "cli/edit_command.h"
 
 namespace kigou {
 namespace {
@@ -15,11 +13,8 @@ struct Options {
 
 Status run(const Context &context, const Options &options) {
     const Title title = new_file_title(options.title);
-    Edit edit(context, options.edit);
-    edit.create(title);
-    edit.did("made the symbol file " + title.text, {{"change", "new"}, {"path", title.text}});
-    edit.finish();
-    return Status::found;
+    return tell(context, run_edit(
+                             context, options.edit, [&](Edit &edit) { edit.create(title); }, true));
 }
 
 Body declare(CLI::App &app) {

@@ -1,9 +1,7 @@
 // cmd_rename.cpp - kigou rename: another name for a title or a symbol file.
 #include <memory>
 
-#include "cli/command.h"
-#include "cli/edit.h"
-#include "cli/storable.h"
+#include "cli/edit_command.h"
 
 namespace kigou {
 namespace {
@@ -15,28 +13,10 @@ struct Options {
 
 Status run(const Context &context, const Options &options) {
     const Title title = new_title(options.title);
-    Edit edit(context, options.edit);
-    const Located located = edit.locate(options.path);
-    const Title &file = located.tree.items.front();
-    std::string renamed = title.text;
-    if (located.path.sjis == file.sjis) {
-        if (options.edit.as) {
-            throw Failure(Status::failed, "--as gives the file a title already",
-                          {"leave out --as to rename " + file.text});
-        }
-        new_file_title(options.title);
-        edit.refuse_taken(title); // one of the two files would be hidden
-    } else {
-        renamed = located.path.text.substr(
-                      0, located.path.text.size() - last_title(located.path.text).size()) +
-                  title.text;
-    }
-    edit.host().rename_title(located.path, title);
-    if (located.path.sjis == file.sjis) edit.renamed_file(title);
-    edit.did("renamed " + located.path.text + " to " + renamed,
-             {{"change", "rename"}, {"path", located.path.text}, {"to", renamed}});
-    edit.finish();
-    return Status::found;
+    return tell(context, run_edit(context, options.edit, [&](Edit &edit) {
+                    edit.locate(options.path);
+                    edit.rename(title);
+                }));
 }
 
 Body declare(CLI::App &app) {

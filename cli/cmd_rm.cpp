@@ -1,10 +1,7 @@
 // cmd_rm.cpp - kigou rm: a title goes with all that lies below it.
 #include <memory>
 
-#include "cli/command.h"
-#include "cli/edit.h"
-#include "cli/symbol_input.h"
-#include "cli/working_copy.h"
+#include "cli/edit_command.h"
 
 namespace kigou {
 namespace {
@@ -15,25 +12,10 @@ struct Options {
 };
 
 Status run(const Context &context, const Options &options) {
-    Edit edit(context, options.edit);
-    const Located located = edit.locate(options.path);
-    const std::string &path = located.path.text;
-    if (located.path.sjis == located.tree.items.front().sjis) {
-        throw Failure(Status::failed, path + " is a symbol file and no title in one",
-                      {"'kigou delete " + path + "' deletes it"});
-    }
-    bool found = false; // of titles that stand twice the first goes
-    for (const WorkingBlock &block : working_copy(edit.host()).blocks) {
-        const bool itself = block.path.sjis == located.path.sjis && !found;
-        if (!itself && !lies_below(block.path.text, path)) continue;
-        found = found || itself;
-        const std::size_t symbols = symbols_in(block.data).size();
-        edit.did("removed " + block.path.text + " (" + counted(symbols, "symbol") + ")",
-                 {{"change", "remove"}, {"path", block.path.text}, {"symbols", symbols}});
-    }
-    edit.host().delete_title(located.path);
-    edit.finish();
-    return Status::found;
+    return tell(context, run_edit(context, options.edit, [&](Edit &edit) {
+                    edit.locate(options.path);
+                    edit.remove();
+                }));
 }
 
 Body declare(CLI::App &app) {

@@ -5,8 +5,8 @@
 #include <CLI/CLI.hpp>
 #include <functional>
 
-#include "cli/directories.h"
-#include "cli/failure.h"
+#include "cli/status.h"
+#include "picker/directories.h"
 
 namespace kigou {
 

@@ -1,12 +1,21 @@
-// main.cpp - kigou, the command line host of the symbol accessory.
+// main.cpp - kigou, the command line of the symbol accessory.
 #include <algorithm>
 #include <array>
 #include <exception>
 #include <iostream>
+#include <string_view>
 #include <vector>
 
 #include "cli/command.h"
+#include "cli/edit_command.h"
+#include "cli/failure_words.h"
 #include "cli/output.h"
+#include "cli/program_data.h"
+#include "cli/shell_word.h"
+#include "cli/stop_signals.h"
+#include "picker/near_titles.h"
+#include "picker/recovery.h"
+#include "picker/shipped_sets.h"
 
 namespace kigou {
 namespace {
@@ -30,10 +39,11 @@ constexpr const char *footer =
 struct Invocation {
     Context context;
     Body body;
+    const Command *command = nullptr;
 };
 
 void declare_directories(CLI::App &app, Directories &directories) {
-    directories = default_directories();
+    directories = default_directories(program_data());
     app.add_option("--program-dir", directories.program,
                    "Directory of the sets that come with kigou")
         ->envname("KIGOU_PROGRAM_DIR")
@@ -54,14 +64,60 @@ void declare_commands(CLI::App &app, Invocation &invocation) {
         CLI::App *const options = app.add_subcommand(command->name, command->summary);
         options->footer(std::string("Examples:\n") + command->examples);
         options->add_flag("--json", invocation.context.json, "Write JSON");
-        options->callback(
-            [&invocation, body = command->declare(*options)] { invocation.body = body; });
+        options->callback([&invocation, command, body = command->declare(*options)] {
+            invocation.body = body;
+            invocation.command = command;
+        });
     }
 }
 
-Status run(int argc, char **argv) {
-    Invocation invocation;
-    CLI::App app("Shows and edits the symbol files of the symbol accessory.", "kigou");
+/** What may have been meant by a word that is no command or no option of it. */
+std::vector<std::string> near_words(const CLI::App &app, const std::string &word) {
+    std::vector<std::string> words;
+    if (!word.starts_with('-')) {
+        for (const Command *command : commands) words.emplace_back(command->name);
+        return nearest(words, word);
+    }
+    const auto chosen = app.get_subcommands();
+    for (const CLI::App *one : {chosen.empty() ? &app : chosen.front(), &app}) {
+        for (const CLI::Option *option : one->get_options()) {
+            for (const std::string &name : option->get_lnames()) words.push_back("--" + name);
+        }
+    }
+    return nearest(words, word.substr(0, word.find('=')));
+}
+
+Failure misuse(const CLI::App &app, const CLI::ParseError &error) {
+    const std::vector<std::string> unknown = app.remaining();
+    const bool no_command = app.get_subcommands().empty() && !unknown.empty();
+    std::string text = error.what();
+    std::vector<std::string> hints;
+    if (no_command) text = "there is no command " + unknown.front();
+    if (no_command || dynamic_cast<const CLI::ExtrasError *>(&error)) {
+        const std::string word = no_command ? unknown.front() : app.remaining(true).front();
+        if (!no_command) text = "what is " + word + "?";
+        hints = did_you_mean(near_words(app, word));
+    }
+    hints.emplace_back("'kigou --help' shows the commands, 'kigou COMMAND --help' their options");
+    return {FailureKind::refused, text, hints};
+}
+
+/** What was to be done at another time: sets to be copied, and what killed processes left. */
+void look_around(const Invocation &invocation) {
+    const Directories &directories = invocation.context.directories;
+    for (const std::string &title :
+         provide_shipped_sets(directories, state_directory(), edit_hooks())) {
+        complain("put " + title + " among your own sets, in " + directories.common);
+    }
+    if (invocation.command == &recover_command) return; // told of them already
+    for (const Leftover &leftover : sweep_leftovers(directories)) {
+        complain("a process that was killed left an edit of " + leftover.title +
+                 " that is not saved; to keep it:");
+        complain("  kigou recover " + shell_word(leftover.path) + " --as NEW-TITLE");
+    }
+}
+
+Status run(CLI::App &app, Invocation &invocation, int argc, char **argv) {
     app.set_version_flag("--version", "kigou " KIGOU_VERSION);
     app.footer(footer);
     declare_directories(app, invocation.context.directories);
@@ -72,31 +128,35 @@ Status run(int argc, char **argv) {
         app.exit(asked_for_help);
         return Status::found;
     } catch (const CLI::ParseError &error) {
-        const std::vector<std::string> unknown = app.remaining();
-        const bool no_command = app.get_subcommands().empty() && !unknown.empty();
-        complain(no_command ? "there is no command " + unknown.front() : error.what());
-        complain("'kigou --help' shows the commands, 'kigou COMMAND --help' their options");
-        return Status::failed;
+        throw misuse(app, error);
     }
-    const Directories &directories = invocation.context.directories;
-    if (provide_own_sets(directories)) {
-        complain("made " + directories.common +
-                 " for your own sets, with copies of the installed ones");
-    }
+    look_around(invocation);
     return invocation.body(invocation.context);
+}
+
+Status report(const Failure &failure, bool json) {
+    if (json) {
+        std::cout << json_of(failure) << '\n';
+    } else {
+        complain(failure.what());
+        for (const std::string &hint : hints_of(failure)) complain(hint);
+    }
+    return status_of(failure.kind());
 }
 
 /** Runs the command and reports what ended it early. */
 Status run_reporting(int argc, char **argv) {
+    Invocation invocation;
+    CLI::App app("Shows and edits the symbol files of the symbol accessory.", "kigou");
+    // A mistake in the options may keep the parser from ever seeing this one.
+    const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
     try {
-        return run(argc, argv);
+        return run(app, invocation, argc, argv);
     } catch (const Failure &failure) {
-        complain(failure.what());
-        for (const std::string &hint : failure.hints()) complain(hint);
-        return failure.status();
+        if (failure.kind() == FailureKind::interrupted) StopSignals::die_if_came();
+        return report(failure, json);
     } catch (const std::exception &error) {
-        complain(error.what());
-        return Status::failed;
+        return report(Failure(FailureKind::failed, error.what()), json);
     }
 }
 

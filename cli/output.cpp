@@ -1,11 +1,21 @@
 // output.cpp - see output.h.
 #include "cli/output.h"
 
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
 #include <iostream>
 
-#include "cli/text_codec.h"
+#include "picker/text.h"
 
 namespace kigou {
+namespace {
+
+constexpr std::size_t usual_columns = 80;
+
+} // namespace
 
 std::size_t display_width(std::string_view utf8) {
     std::size_t columns = 0;
@@ -28,6 +38,32 @@ std::string printable(std::string_view utf8) {
         text += to_utf8(control ? replacement_character : character);
     }
     return text;
+}
+
+std::string cell_text(const SymbolCodes &codes) {
+    return codes.symbol == "\u3000" ? "[空白]" : printable(codes.symbol);
+}
+
+std::optional<std::size_t> terminal_columns() {
+    if (!isatty(STDOUT_FILENO)) return std::nullopt;
+    winsize size{};
+    if (ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0) return size.ws_col;
+    return usual_columns;
+}
+
+void write_grid(const std::vector<std::string> &cells, std::size_t terminal_columns) {
+    std::size_t width = 2;
+    for (const std::string &cell : cells) width = std::max(width, display_width(cell));
+    const std::size_t a_row = std::max<std::size_t>(1, terminal_columns / (width + 1));
+    const char *terminal = std::getenv("TERM");
+    const bool places = terminal && std::string_view(terminal) != "dumb";
+    for (std::size_t i = 0; i < cells.size(); ++i) {
+        const std::size_t column = i % a_row;
+        if (column != 0 && places) std::cout << "\033[" << column * (width + 1) + 1 << 'G';
+        const bool last = column + 1 == a_row || i + 1 == cells.size();
+        std::cout << (last || places ? cells[i] : padded(cells[i], width + 1));
+        if (last) std::cout << '\n';
+    }
 }
 
 void complain(std::string_view text) {

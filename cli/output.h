@@ -3,8 +3,12 @@
 #define KIGOU_OUTPUT_H
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "picker/codes.h"
 
 namespace kigou {
 
@@ -16,6 +20,18 @@ std::string padded(std::string_view utf8, std::size_t columns);
 
 /** The text with U+FFFD for control characters, which could command the terminal. */
 std::string printable(std::string_view utf8);
+
+/** The symbol for a terminal; the ideographic space is labelled. */
+std::string cell_text(const SymbolCodes &codes);
+
+/** Columns of the terminal that the standard output is; nothing when it is none. */
+std::optional<std::size_t> terminal_columns();
+
+/**
+ * Writes cells in as many columns as the terminal has room for. Terminals do not agree on the
+ * width of all symbols, so each cell is placed by its column, not by what stands before it.
+ */
+void write_grid(const std::vector<std::string> &cells, std::size_t terminal_columns);
 
 /** Writes a line to the error output, "kigou: " first. */
 void complain(std::string_view text);

@@ -1,4 +1,4 @@
-#include "support/text.h"
+#include "tests/support/text.h"
 
 #include <iconv.h>
 

@@ -1,4 +1,4 @@
-#include "support/workspace.h"
+#include "tests/support/workspace.h"
 
 #include <cstdlib>
 #include <fstream>

@@ -1,0 +1,172 @@
+// edit_command.cpp - see edit_command.h.
+#include "cli/edit_command.h"
+
+#include <algorithm>
+#include <iostream>
+
+#include "cli/json.h"
+#include "cli/output.h"
+#include "cli/shell_word.h"
+#include "cli/stop_signals.h"
+
+namespace kigou {
+namespace {
+
+constexpr std::size_t most_left_out_told = 20;
+
+std::string sentence_of(const Change &change) {
+    const std::string symbols = change.symbols ? counted(*change.symbols, "symbol") : "";
+    const std::string in_brackets = change.symbols ? " (" + symbols + ")" : "";
+    switch (change.kind) {
+        case ChangeKind::made:
+            return "made the symbol file " + change.path;
+        case ChangeKind::added:
+            return "added " + change.path + in_brackets +
+                   (change.above_others ? ", which stands above others" : "");
+        case ChangeKind::renamed:
+            return "renamed " + change.path + " to " + change.to;
+        case ChangeKind::removed:
+            return "removed " + change.path + in_brackets;
+        case ChangeKind::put:
+            return "put " + symbols + " into " + change.path + " in place of " +
+                   std::to_string(*change.before);
+        case ChangeKind::appended:
+            if (!change.before) return "added to " + change.path + in_brackets;
+            return "added " + symbols + " to " + change.path +
+                   (change.there_already
+                        ? "; " + std::to_string(*change.there_already) + " stood there already"
+                        : "");
+        case ChangeKind::deleted:
+            break;
+    }
+    return "deleted the symbol file " + change.path;
+}
+
+const char *name_of(ChangeKind kind) {
+    switch (kind) {
+        case ChangeKind::made:
+            return "new";
+        case ChangeKind::added:
+            return "add";
+        case ChangeKind::renamed:
+            return "rename";
+        case ChangeKind::removed:
+            return "remove";
+        case ChangeKind::put:
+            return "put";
+        case ChangeKind::appended:
+            return "append";
+        case ChangeKind::deleted:
+            break;
+    }
+    return "delete";
+}
+
+nlohmann::ordered_json json_of(const Change &change) {
+    nlohmann::ordered_json json = {{"change", name_of(change.kind)}, {"path", change.path}};
+    if (!change.to.empty()) json["to"] = change.to;
+    if (change.symbols) json["symbols"] = *change.symbols;
+    if (change.before) json["before"] = *change.before;
+    return json;
+}
+
+void write_json(const EditReport &report, const LeftOutList *left_out) {
+    nlohmann::ordered_json json = {
+        {"file", report.file}, {"saved", report.saved}, {"changes", nlohmann::json::array()}};
+    for (const Change &change : report.changes) json["changes"].push_back(json_of(change));
+    if (!report.backup.empty()) json["backup"] = report.backup;
+    if (left_out) {
+        json["left_out"] = nlohmann::json::array();
+        for (const LeftOut &one : left_out->first()) {
+            json["left_out"].push_back({{"place", one.place}, {"reason", one.reason}});
+        }
+        json["left_out_count"] = left_out->count();
+    }
+    write(json);
+}
+
+void write_sentences(const EditReport &report) {
+    for (const Change &change : report.changes) {
+        std::cout << (report.dry_run ? "would have " : "") << printable(sentence_of(change))
+                  << '\n';
+    }
+    const bool deleted =
+        !report.changes.empty() && report.changes.front().kind == ChangeKind::deleted;
+    if (report.changes.empty() && !report.saved) {
+        std::cout << "nothing to do; " << printable(report.file) << " is as it was\n";
+    } else if (!report.saved) {
+        std::cout << "dry run: nothing is " << (deleted ? "deleted\n" : "saved\n");
+    } else if (report.as_new_set) {
+        std::cout << "saved as " << printable(report.file)
+                  << "; its paths begin with that title now\n";
+    } else if (!deleted) {
+        std::cout << "saved " << printable(report.file) << '\n';
+    }
+    if (!report.backup.empty()) {
+        std::cout << "to take it back: cp " << printable(shell_word(report.backup)) << ' '
+                  << printable(shell_word(report.path)) << '\n';
+    }
+}
+
+} // namespace
+
+void declare_dry_run(CLI::App &app, EditOptions &options) {
+    app.add_flag("--dry-run", options.dry_run, "Show what would be done and save nothing");
+}
+
+void declare_as(CLI::App &app, EditOptions &options) {
+    app.add_option(
+        "--as", options.as,
+        "Keep the result as a new symbol file of this title; the old one stays as it is");
+}
+
+void declare_edit_options(CLI::App &app, EditOptions &options) {
+    app.add_option("--file", options.file,
+                   "Title of the symbol file when the path does not begin with it "
+                   "(default: " +
+                       std::string(standard_title) + ")");
+    declare_as(app, options);
+    declare_dry_run(app, options);
+}
+
+EditHooks edit_hooks() {
+    return {.waits =
+                [](const std::string &folder) {
+                    complain("waiting for another program that edits the sets in " + folder);
+                },
+            .stopped = &StopSignals::came};
+}
+
+EditReport run_edit(const Context &context, const EditOptions &options,
+                    const std::function<void(Edit &)> &body, bool may_make_file) {
+    const StopSignals signals;
+    Edit edit(context.directories, options, edit_hooks(), may_make_file);
+    body(edit);
+    return edit.finish();
+}
+
+Status tell(const Context &context, const EditReport &report, const LeftOutList *left_out) {
+    if (context.json) {
+        write_json(report, left_out);
+    } else {
+        write_sentences(report);
+    }
+    if (report.uncovers) {
+        complain("another file titled " + report.file + " was hidden by it and shows now");
+    }
+    if (!left_out || left_out->count() == 0) return Status::found;
+    if (!context.json) {
+        const auto told = std::min(left_out->first().size(), most_left_out_told);
+        for (std::size_t i = 0; i < told; ++i) {
+            const LeftOut &one = left_out->first()[i];
+            complain("left out: " + one.place + ": " + one.reason);
+        }
+        if (left_out->count() > told) {
+            complain("left out: " + std::to_string(left_out->count() - told) +
+                     " more; --json names the first " + std::to_string(LeftOutList::most_kept));
+        }
+    }
+    return Status::incomplete;
+}
+
+} // namespace kigou

@@ -1,0 +1,25 @@
+// json.cpp - see json.h.
+#include "cli/json.h"
+
+#include <iostream>
+
+namespace kigou {
+
+void write(const nlohmann::ordered_json &json) {
+    std::cout << json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+}
+
+nlohmann::ordered_json json_of(const SymbolCodes &codes) {
+    const auto text_or_null = [](const std::string &text) -> nlohmann::ordered_json {
+        if (text.empty()) return nullptr;
+        return text;
+    };
+    return {{"symbol", codes.symbol},
+            {"sjis", codes.sjis},
+            {"jis", text_or_null(codes.jis)},
+            {"kuten", text_or_null(codes.kuten)},
+            {"unicode", text_or_null(codes.unicode)},
+            {"vendor", codes.repertoire == Repertoire::vendor}};
+}
+
+} // namespace kigou

@@ -1,0 +1,345 @@
+// editing.cpp - see editing.h.
+#include "picker/editing.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <utility>
+
+#include "picker/backup.h"
+#include "picker/disk_form.h"
+#include "picker/failure.h"
+#include "picker/file_bytes.h"
+#include "picker/library_messages.h"
+#include "picker/symbol_data.h"
+#include "picker/writable.h"
+#include "sym/format.h"
+
+namespace kigou {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::vector<FolderLock> lock_folders(const Directories &directories, const EditHooks &hooks) {
+    std::vector<FolderLock> locks;
+    locks.emplace_back(directories.common, hooks);
+    std::error_code error;
+    if (!fs::equivalent(directories.common, directories.program, error)) {
+        locks.emplace_back(directories.program, hooks);
+    }
+    return locks;
+}
+
+/** A file title for a while, as short as can be, so that every path fits that fitted before. */
+Title stand_in(const SetFiles &sets, const Title &title) {
+    for (const char *name : {"仮", "替", "代", "写"}) {
+        Title free = typed_title(name);
+        if (free.sjis != title.sjis && !sets.find(free.sjis)) return free;
+    }
+    return typed_title("仮の題");
+}
+
+Sjis with_title(Sjis text, const Title &title) {
+    acc::Range range;
+    acc::find_file_title(text, static_cast<std::uint32_t>(text.size()), range);
+    const auto begin = text.begin() + range.offset;
+    const auto behind = text.erase(begin, begin + range.length);
+    text.insert(behind, title.sjis.begin(), title.sjis.end());
+    return text;
+}
+
+[[noreturn]] void refuse_taken_title(const Title &title) {
+    throw Failure(FailureKind::refused, "there is a symbol file " + title.text + " already", {},
+                  {{Remedy::choose_free_title}});
+}
+
+} // namespace
+
+std::string counted(std::size_t count, const std::string &noun) {
+    return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
+}
+
+Edit::Edit(Directories directories, EditOptions options, EditHooks hooks, bool may_make_file)
+    : directories_(std::move(directories)), options_(std::move(options)), hooks_(std::move(hooks)) {
+    if (options_.as) as_ = new_file_title(*options_.as);
+    if (!options_.dry_run) {
+        if (as_ || may_make_file) make_common_directory(directories_);
+        locks_ = lock_folders(directories_, hooks_);
+    }
+    sets_ = find_sets(directories_);
+    if (as_) refuse_taken(*as_);
+}
+
+void Edit::refuse_taken(const Title &title) const {
+    if (sets_.find(title.sjis)) refuse_taken_title(title);
+}
+
+void Edit::refuse_standard_set() const {
+    if (as_ || title_.text != standard_title) return;
+    throw Failure(FailureKind::refused, title_.text + " cannot be changed", {},
+                  {{Remedy::keep_as_new_set}, {Remedy::edit_another_set}});
+}
+
+void Edit::keep_as(const std::string &title) {
+    Title fresh = new_file_title(title);
+    refuse_taken(fresh);
+    as_ = std::move(fresh);
+}
+
+const Located &Edit::locate(const std::string &path) {
+    located_.emplace(kigou::locate(sets_, path, options_.file));
+    open_session();
+    return *located_;
+}
+
+const Located &Edit::open(const SetFile &file) {
+    located_.emplace(Located{Snapshot(file.path), 0});
+    open_session();
+    return *located_;
+}
+
+/** Opens the located file in the library, and makes sure that it is the same. */
+void Edit::open_session() {
+    const Snapshot &snapshot = located_->snapshot;
+    saved_under_ = title_ = snapshot.file();
+    refuse_standard_set();
+    if (!is_writable(snapshot.path()) && title_.text != standard_title) {
+        // The library opens for update alone. What is kept as another set can be a copy.
+        if (as_) return replace_text(snapshot.text(), {});
+        throw Failure(FailureKind::refused, title_.text + " cannot be changed",
+                      why_not_written(fs::path(snapshot.path()).parent_path(), snapshot.path()),
+                      {{Remedy::keep_as_new_set}});
+    }
+    session_.emplace(directories_);
+    session_->open(title_);
+    if (identity_of(session_->opened()) != snapshot.identity()) {
+        throw Failure(FailureKind::changed,
+                      snapshot.path() + " was changed by another program just now", {},
+                      {{Remedy::try_again}});
+    }
+    stop_if_asked(hooks_);
+}
+
+void Edit::create(const Title &file) {
+    refuse_taken(file);
+    session_.emplace(directories_);
+    session_->create(file);
+    saved_under_ = title_ = file;
+    new_ = true;
+    did({ChangeKind::made, file.text});
+}
+
+Title Edit::located_title() const {
+    if (located_->number != 0) return located_->title();
+    throw Failure(FailureKind::refused, "a symbol file holds symbols only in its titles", {},
+                  {{Remedy::show_tree, title_.text}, {Remedy::add_title, title_.text}});
+}
+
+void Edit::add(const Title &title) {
+    const Title parent = located_->title();
+    if (located_->snapshot.level(located_->number) >= most_levels) {
+        throw Failure(FailureKind::refused, "cannot add below " + parent.text +
+                                                ": it stands on the tenth level, the last");
+    }
+    session_->add_title(parent, title);
+    did({ChangeKind::added, joined(parent, title.sjis).text});
+}
+
+void Edit::rename(const Title &title) {
+    const Title path = located_->title();
+    std::string renamed = title.text;
+    if (located_->number == 0) {
+        if (as_) {
+            throw Failure(FailureKind::refused,
+                          path.text +
+                              " is to be kept under another title already, so it cannot "
+                              "be renamed too");
+        }
+        if (const auto reason = file_title_refusal(title)) {
+            throw Failure(FailureKind::refused,
+                          "'" + title.text + "' cannot be a title: " + *reason);
+        }
+        refuse_taken(title); // one of the two files would be hidden
+    } else {
+        renamed = path.text.substr(0, path.text.size() - last_title(path.text).size()) + title.text;
+    }
+    session_->rename_title(path, title);
+    if (located_->number == 0) title_ = title; // the save goes to the same file
+    did({ChangeKind::renamed, path.text, renamed});
+}
+
+void Edit::remove() {
+    if (located_->number == 0) {
+        throw Failure(FailureKind::refused, title_.text + " is a symbol file and no title in one",
+                      {}, {{Remedy::delete_set, title_.text}});
+    }
+    const Snapshot &snapshot = located_->snapshot;
+    const Title path = located_->title();
+    session_->delete_title(path);
+    std::vector<std::size_t> gone = snapshot.below(located_->number);
+    gone.push_back(located_->number);
+    std::sort(gone.begin(), gone.end());
+    for (const std::size_t number : gone) {
+        did({.kind = ChangeKind::removed,
+             .path = snapshot.title(number).text,
+             .symbols = symbols_in(snapshot.data(number)).size()});
+    }
+    takes_away_ = true;
+}
+
+void Edit::store(const Title &path, const Sjis &data) {
+    if (data.size() > most_data) {
+        throw Failure(FailureKind::refused,
+                      path.text + " would hold " + std::to_string(data.size()) +
+                          " bytes of at most " + std::to_string(most_data),
+                      {"divide the symbols among several titles"});
+    }
+    session_->set_data(path, data);
+}
+
+void Edit::put(const Sjis &data, bool append) {
+    const Title path = located_title();
+    const auto held = located_->snapshot.data(located_->number);
+    const std::size_t before = symbols_in(held).size();
+    Sjis whole;
+    if (append) whole.assign(held.begin(), held.end());
+    append_data(whole, data);
+    store(path, whole);
+    did({.kind = append ? ChangeKind::appended : ChangeKind::put,
+         .path = path.text,
+         .symbols = symbols_in(data).size(),
+         .before = before});
+    takes_away_ = !append && before != 0;
+}
+
+void Edit::copy(const std::vector<Sjis> &symbols) {
+    const Title path = located_title();
+    const auto held = located_->snapshot.data(located_->number);
+    const std::vector<Sjis> fresh = missing_from(held, symbols);
+    if (fresh.empty()) return;
+    Sjis lines, whole(held.begin(), held.end());
+    append_lines(lines, fresh);
+    append_data(whole, lines);
+    store(path, whole);
+    did({.kind = ChangeKind::appended,
+         .path = path.text,
+         .symbols = fresh.size(),
+         .before = symbols_in(held).size(),
+         .there_already = symbols.size() - fresh.size()});
+}
+
+void Edit::replace_text(const Sjis &text, std::vector<Change> changes) {
+    // The library opens a copy of the text and is given the file's title and place for the save.
+    // The folder that it takes for the program's holds that copy and the files of the real one.
+    session_.reset();
+    scratch_.emplace();
+    const fs::path folder = scratch_->path();
+    const Title title = stand_in(sets_, title_);
+    write_new((folder / "set.kig").string(), disk_form(with_title(text, title)), 0600);
+    std::error_code error;
+    for (const fs::directory_entry &file : fs::directory_iterator(directories_.program, error)) {
+        const std::string name = file.path().filename().string();
+        if (name.find(".kig") == std::string::npos || name == "set.kig") continue;
+        fs::create_symlink(fs::absolute(file.path()), folder / name, error);
+    }
+    session_.emplace(Directories{folder.string(), directories_.common, directories_.user});
+    session_->open(title);
+    session_->rename_title(title, title_);
+    for (Change &change : changes) did(std::move(change));
+    stop_if_asked(hooks_);
+}
+
+/** @throws Failure (changed) when what is on disk is not what was opened, or not free any more */
+void Edit::refuse_changed() const {
+    if (as_ || new_) {
+        const Title &title = as_ ? *as_ : saved_under_;
+        if (find_sets(directories_).find(title.sjis)) refuse_taken_title(title);
+        return;
+    }
+    const Snapshot &opened = located_->snapshot;
+    const auto now = identity_of(opened.path());
+    if (now == opened.identity()) return;
+    try {
+        if (now && Snapshot(opened.path()).text() == opened.text()) return;
+    } catch (const Failure &) {
+        // It is no symbol file any more.
+    }
+    throw Failure(FailureKind::changed,
+                  opened.path() + (now ? " was changed by another program" : " is gone") +
+                      " since it was opened, so nothing is saved",
+                  {}, {{Remedy::try_again}, {Remedy::keep_as_new_set}});
+}
+
+/** Saves, and says what keeps it from being done. */
+void Edit::save() {
+    const std::string path = located_ && !as_ ? located_->snapshot.path() : "";
+    const std::string folder =
+        path.empty() ? directories_.common : fs::path(path).parent_path().string();
+    try {
+        session_->save(as_ ? *as_ : saved_under_);
+    } catch (const LibraryFailure &failure) {
+        const bool writing = !failure.message() || failure.message() == message_not_opened;
+        if (!writing) throw;
+        throw Failure(FailureKind::failed, failure.what(), why_not_written(folder, path));
+    }
+}
+
+EditReport Edit::finish() {
+    stop_if_asked(hooks_);
+    EditReport report;
+    report.dry_run = options_.dry_run;
+    report.saved = !options_.dry_run && (!changes_.empty() || as_);
+    report.as_new_set = as_.has_value();
+    report.file = (as_ ? *as_ : title_).text;
+    if (located_ && !as_) report.path = located_->snapshot.path();
+    if (report.saved) {
+        if (as_ || new_) make_common_directory(directories_);
+        refuse_changed();
+        std::optional<Backup> backup;
+        if (takes_away_ && !as_) backup.emplace(report.path);
+        save();
+        if (backup) report.backup = backup->keep();
+    }
+    report.changes = std::move(changes_);
+    session_.reset();
+    scratch_.reset();
+    locks_.clear();
+    return report;
+}
+
+EditReport delete_set(const Directories &directories, const Title &title,
+                      const EditOptions &options, const EditHooks &hooks) {
+    std::vector<FolderLock> locks;
+    if (!options.dry_run) locks = lock_folders(directories, hooks);
+    const SetFiles sets = find_sets(directories);
+    const SetFile &set = sets.get(title);
+    if (title.text == standard_title) {
+        throw Failure(FailureKind::refused, "the standard set cannot be deleted");
+    }
+    EditReport report;
+    report.file = title.text;
+    report.dry_run = options.dry_run;
+    report.path = set.path;
+    report.changes.push_back({ChangeKind::deleted, title.text});
+    report.uncovers = std::count_if(sets.sets.begin(), sets.sets.end(), [&](const SetFile &other) {
+                          return other.title.sjis == title.sjis;
+                      }) > 1;
+    if (options.dry_run) return report;
+    const std::string folder = fs::path(set.path).parent_path().string();
+    if (!is_writable(folder)) {
+        throw Failure(FailureKind::failed, "cannot delete " + title.text, why_not_written(folder));
+    }
+    stop_if_asked(hooks);
+    Backup backup(set.path);
+    Session session(directories);
+    session.delete_file(title);
+    if (identity_of(set.path)) {
+        throw Failure(FailureKind::failed, "the system refused to delete " + set.path,
+                      why_not_written(folder));
+    }
+    report.saved = true;
+    report.backup = backup.keep();
+    return report;
+}
+
+} // namespace kigou

@@ -1,0 +1,146 @@
+// file_bytes.cpp - see file_bytes.h.
+#include "picker/file_bytes.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <utility>
+
+#include "picker/failure.h"
+
+namespace kigou {
+namespace {
+
+constexpr std::size_t piece_bytes = 65536;
+constexpr int most_tries = 5; // to read a file that others write to
+
+/** A descriptor that is closed at the end. */
+class Descriptor {
+  public:
+    explicit Descriptor(int number) : number_(number) {}
+    ~Descriptor() {
+        if (number_ >= 0) ::close(number_);
+    }
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+
+    int number() const { return number_; }
+    /** Closes it now. @return whether nothing was lost */
+    bool close() { return ::close(std::exchange(number_, -1)) == 0; }
+
+  private:
+    int number_;
+};
+
+[[noreturn]] void fail(const std::string &what, const std::string &path, int reason) {
+    throw Failure(FailureKind::failed, what + " " + path + ": " + std::strerror(reason));
+}
+
+std::int64_t nanoseconds(const timespec &time) {
+    return std::int64_t{time.tv_sec} * 1000000000 + time.tv_nsec;
+}
+
+FileIdentity identity_of(const struct stat &file) {
+    return {file.st_dev, file.st_ino, file.st_size, nanoseconds(file.st_mtim),
+            nanoseconds(file.st_ctim)};
+}
+
+struct stat status_of(int descriptor, const std::string &path) {
+    struct stat status {};
+    if (fstat(descriptor, &status) != 0) fail("cannot read", path, errno);
+    return status;
+}
+
+int open_regular(const std::string &path) {
+    // A pipe would be waited for otherwise.
+    const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    if (file < 0) fail("cannot read", path, errno);
+    struct stat status {};
+    const bool known = fstat(file, &status) == 0;
+    if (known && S_ISREG(status.st_mode)) return file;
+    const int reason = errno;
+    ::close(file);
+    if (!known) fail("cannot read", path, reason);
+    throw Failure(FailureKind::failed, "cannot read " + path + ": it is " +
+                                           (S_ISDIR(status.st_mode) ? "a directory" : "no file") +
+                                           " and so no symbol file");
+}
+
+/** Up to that many bytes from the start of the file. */
+Sjis read_up_to(int descriptor, const std::string &path, std::size_t most_bytes, off_t expected) {
+    Sjis bytes;
+    bytes.reserve(std::min(most_bytes, static_cast<std::size_t>(expected) + 1));
+    if (lseek(descriptor, 0, SEEK_SET) != 0) fail("cannot read", path, errno);
+    while (bytes.size() < most_bytes) {
+        const std::size_t before = bytes.size();
+        bytes.resize(std::min(before + piece_bytes, most_bytes));
+        const ssize_t count = read(descriptor, bytes.data() + before, bytes.size() - before);
+        if (count < 0 && errno != EINTR) fail("cannot read", path, errno);
+        bytes.resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+        if (count == 0) break;
+    }
+    return bytes;
+}
+
+void write_all(int descriptor, std::span<const unsigned char> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return;
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    errno = 0;
+}
+
+} // namespace
+
+std::optional<FileIdentity> identity_of(const std::string &path) {
+    struct stat status {};
+    if (stat(path.c_str(), &status) != 0) return std::nullopt;
+    return identity_of(status);
+}
+
+FileBytes read_file(const std::string &path, std::size_t most_bytes) {
+    const Descriptor file(open_regular(path));
+    struct stat before = status_of(file.number(), path);
+    for (int tries = 0; tries < most_tries; ++tries) {
+        if (static_cast<std::uint64_t>(before.st_size) > most_bytes) {
+            throw Failure(FailureKind::failed, "cannot read " + path + ": it has " +
+                                                   std::to_string(before.st_size) +
+                                                   " bytes, and a symbol file " +
+                                                   std::to_string(most_bytes) + " at most");
+        }
+        Sjis bytes = read_up_to(file.number(), path, most_bytes, before.st_size);
+        const struct stat after = status_of(file.number(), path);
+        if (identity_of(after) == identity_of(before) &&
+            bytes.size() == static_cast<std::size_t>(after.st_size)) {
+            return {std::move(bytes), identity_of(after)};
+        }
+        before = after;
+    }
+    throw Failure(FailureKind::failed, "cannot read " + path + ": another program is writing to it",
+                  {}, {{Remedy::try_again}});
+}
+
+Sjis read_head(const std::string &path, std::size_t most_bytes) {
+    const Descriptor file(open_regular(path));
+    return read_up_to(file.number(), path, most_bytes, 0);
+}
+
+bool write_new(const std::string &path, std::span<const unsigned char> bytes, mode_t mode) {
+    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+    if (file.number() < 0 && errno == EEXIST) return false;
+    if (file.number() < 0) fail("cannot write", path, errno);
+    write_all(file.number(), bytes);
+    int reason = errno;
+    if (reason == 0 && fsync(file.number()) != 0) reason = errno;
+    if (!file.close() && reason == 0) reason = errno;
+    if (reason == 0) return true;
+    unlink(path.c_str());
+    fail("cannot write", path, reason);
+}
+
+} // namespace kigou

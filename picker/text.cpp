@@ -1,0 +1,241 @@
+// text.cpp - see text.h. One character at a time goes through iconv: the texts are short,
+// and so an undefined one never takes its neighbours with it. Each thread has converters of
+// its own.
+#include "picker/text.h"
+
+#include <iconv.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdio>
+#include <optional>
+
+#include "picker/disk_form.h"
+#include "picker/failure.h"
+
+namespace kigou {
+namespace {
+
+/** One direction of the platform's converter. */
+class Converter {
+  public:
+    Converter(const char *to, const char *from) : handle_(iconv_open(to, from)) {
+        if (handle_ == reinterpret_cast<iconv_t>(-1)) {
+            throw Failure(FailureKind::failed,
+                          std::string("this system cannot convert from ") + from + " to " + to);
+        }
+    }
+    ~Converter() { iconv_close(handle_); }
+    Converter(const Converter &) = delete;
+    Converter &operator=(const Converter &) = delete;
+
+    /** The converted character; nothing when it has no counterpart. */
+    std::optional<Sjis> convert(std::string_view bytes) {
+        std::string input(bytes);
+        std::array<char, 16> output{};
+        char *in = input.data();
+        char *out = output.data();
+        std::size_t in_left = input.size();
+        std::size_t out_left = output.size();
+        iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+        if (iconv(handle_, &in, &in_left, &out, &out_left) != 0 || in_left != 0) {
+            return std::nullopt;
+        }
+        return Sjis(output.data(), out);
+    }
+
+  private:
+    iconv_t handle_;
+};
+
+std::string_view as_chars(std::span<const unsigned char> bytes) {
+    return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+}
+
+std::string as_string(const Sjis &bytes) {
+    return std::string(as_chars(bytes));
+}
+
+bool is_lead(unsigned char byte) {
+    return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+}
+
+bool is_trail(unsigned char byte) {
+    return byte >= 0x40 && byte <= 0xFC && byte != 0x7F;
+}
+
+bool is_half_width_katakana(unsigned char byte) {
+    return byte >= 0xA1 && byte <= 0xDF;
+}
+
+bool is_euc_pair(const Sjis &euc) {
+    return euc.size() == 2 && euc[0] >= 0xA1 && euc[0] <= 0xFE && euc[1] >= 0xA1 && euc[1] <= 0xFE;
+}
+
+struct Decoded {
+    Repertoire repertoire = Repertoire::none;
+    std::string utf8;
+};
+
+/** Both bytes of the pair are in range. */
+Decoded decode_pair(unsigned char lead, unsigned char trail) {
+    static thread_local Converter from_euc("UTF-8", "EUC-JP");
+    static thread_local Converter from_vendor("UTF-8", "CP932");
+    const std::array<unsigned char, 2> pair{lead, trail};
+    const Sjis euc = disk_form(pair);
+    if (is_euc_pair(euc)) {
+        if (const auto utf8 = from_euc.convert(as_chars(euc))) {
+            return {Repertoire::jis_x_0208, as_string(*utf8)};
+        }
+    }
+    if (const auto utf8 = from_vendor.convert(as_chars(pair))) {
+        return {Repertoire::vendor, as_string(*utf8)};
+    }
+    return {};
+}
+
+/** The double-byte code of a character beyond ASCII; nothing when there is none. */
+std::optional<Sjis> encode_pair(char32_t character) {
+    static thread_local Converter to_euc("EUC-JP", "UTF-8");
+    static thread_local Converter to_vendor("CP932", "UTF-8");
+    // Both converters would make these two an ASCII byte.
+    if (character == 0x00A5) character = 0xFFE5;
+    if (character == 0x203E) character = 0xFFE3;
+    const std::string utf8 = to_utf8(character);
+    if (const auto euc = to_euc.convert(utf8); euc && is_euc_pair(*euc)) return text_form(*euc);
+    auto vendor = to_vendor.convert(utf8);
+    if (vendor && vendor->size() == 2) return vendor;
+    return std::nullopt;
+}
+
+/** Reads one character at offset and steps past it; nothing (and one byte) when malformed. */
+std::optional<char32_t> next_character(std::string_view utf8, std::size_t &offset) {
+    const auto byte = [&](std::size_t at) -> char32_t {
+        return at < utf8.size() ? static_cast<unsigned char>(utf8[at]) : 0;
+    };
+    const char32_t first = byte(offset);
+    const std::size_t length = first < 0x80                    ? 1
+                               : first >= 0xC2 && first < 0xE0 ? 2
+                               : first >= 0xE0 && first < 0xF0 ? 3
+                               : first >= 0xF0 && first < 0xF5 ? 4
+                                                               : 0;
+    static constexpr std::array<char32_t, 5> least{0, 0, 0x80, 0x800, 0x10000};
+    static constexpr std::array<char32_t, 5> first_bits{0, 0x7F, 0x1F, 0x0F, 0x07};
+    char32_t character = first & first_bits[length];
+    bool whole = length != 0;
+    for (std::size_t i = 1; whole && i < length; ++i) {
+        const char32_t more = byte(offset + i);
+        whole = (more & 0xC0) == 0x80;
+        character = character << 6 | (more & 0x3F);
+    }
+    if (!whole || character < least[length] || character > 0x10FFFF ||
+        (character >= 0xD800 && character <= 0xDFFF)) {
+        ++offset;
+        return std::nullopt;
+    }
+    offset += length;
+    return character;
+}
+
+std::string hex(const char *format, unsigned value) {
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), format, value);
+    return text.data();
+}
+
+} // namespace
+
+std::string to_utf8(char32_t character) {
+    std::string utf8;
+    const auto add = [&](char32_t byte) { utf8.push_back(static_cast<char>(byte)); };
+    if (character < 0x80) {
+        add(character);
+    } else if (character < 0x800) {
+        add(0xC0 | character >> 6);
+        add(0x80 | (character & 0x3F));
+    } else if (character < 0x10000) {
+        add(0xE0 | character >> 12);
+        add(0x80 | (character >> 6 & 0x3F));
+        add(0x80 | (character & 0x3F));
+    } else {
+        add(0xF0 | character >> 18);
+        add(0x80 | (character >> 12 & 0x3F));
+        add(0x80 | (character >> 6 & 0x3F));
+        add(0x80 | (character & 0x3F));
+    }
+    return utf8;
+}
+
+std::string to_utf8(std::span<const unsigned char> sjis) {
+    std::string utf8;
+    for (std::size_t i = 0; i < sjis.size(); ++i) {
+        const unsigned char byte = sjis[i];
+        if (byte < 0x80) {
+            utf8.push_back(static_cast<char>(byte));
+        } else if (is_half_width_katakana(byte)) {
+            utf8 += to_utf8(static_cast<char32_t>(0xFF61 + byte - 0xA1));
+        } else if (is_lead(byte) && i + 1 < sjis.size() && is_trail(sjis[i + 1])) {
+            const Decoded decoded = decode_pair(byte, sjis[++i]);
+            utf8 += decoded.repertoire == Repertoire::none ? to_utf8(replacement_character)
+                                                           : decoded.utf8;
+        } else {
+            utf8 += to_utf8(replacement_character);
+        }
+    }
+    return utf8;
+}
+
+Sjis to_sjis(std::string_view utf8) {
+    Sjis sjis;
+    std::size_t position = 1;
+    for (std::size_t offset = 0; offset < utf8.size(); ++position) {
+        const std::size_t start = offset;
+        const auto character = next_character(utf8, offset);
+        const std::string where = " at position " + std::to_string(position);
+        if (!character) {
+            throw Failure(FailureKind::refused,
+                          "byte " + hex("0x%02X", static_cast<unsigned char>(utf8[start])) + where +
+                              " is not UTF-8");
+        }
+        const auto encoded = sjis_of(*character);
+        if (!encoded) {
+            throw Failure(FailureKind::refused, "Shift_JIS has no character " +
+                                                    to_utf8(*character) + " (" +
+                                                    hex("U+%04X", *character) + ")" + where);
+        }
+        sjis.insert(sjis.end(), encoded->begin(), encoded->end());
+    }
+    return sjis;
+}
+
+std::optional<Sjis> sjis_of(char32_t character) {
+    if (character < 0x80) return Sjis{static_cast<unsigned char>(character)};
+    if (character >= 0xFF61 && character <= 0xFF9F) {
+        return Sjis{static_cast<unsigned char>(character - 0xFF61 + 0xA1)};
+    }
+    return encode_pair(character);
+}
+
+Repertoire repertoire_of(std::span<const unsigned char> pair) {
+    if (pair.size() != 2 || !is_lead(pair[0]) || !is_trail(pair[1])) return Repertoire::none;
+    return decode_pair(pair[0], pair[1]).repertoire;
+}
+
+std::u32string to_characters(std::string_view utf8) {
+    std::u32string characters;
+    for (std::size_t offset = 0; offset < utf8.size();) {
+        characters.push_back(next_character(utf8, offset).value_or(replacement_character));
+    }
+    return characters;
+}
+
+std::string unicode_names(std::string_view utf8) {
+    std::string names;
+    for (const char32_t character : to_characters(utf8)) {
+        if (!names.empty()) names += ' ';
+        names += hex("U+%04X", character);
+    }
+    return names;
+}
+
+} // namespace kigou
