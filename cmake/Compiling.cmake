@@ -13,7 +13,7 @@ endif()
 add_library(acc_program_warnings INTERFACE)
 target_link_libraries(acc_program_warnings INTERFACE acc_warnings)
 target_compile_options(acc_program_warnings INTERFACE
-  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-stringop-overread -Wno-maybe-uninitialized -Wno-array-bounds>)
+  $<$<CXX_COMPILER_ID:GNU>:-Wno-restrict -Wno-stringop-overread -Wno-stringop-overflow -Wno-maybe-uninitialized -Wno-array-bounds>)
 
 # The library has no run-time type information, which the vptr check would need.
 add_library(acc_sanitizers INTERFACE)

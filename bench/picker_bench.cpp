@@ -1,0 +1,167 @@
+// How the costs of the core of the front ends grow: with titles, files, symbols and what is
+// typed. Reading and converting the same bytes stands beside them as what must be paid anyway.
+#include <benchmark/benchmark.h>
+#include <stdlib.h>
+
+#include <filesystem>
+#include <fstream>
+#include <stdexcept>
+#include <string>
+
+#include "picker/check.h"
+#include "picker/disk_form.h"
+#include "picker/editing.h"
+#include "picker/failure.h"
+#include "picker/file_bytes.h"
+#include "picker/set_formats.h"
+#include "picker/set_import.h"
+#include "picker/snapshot.h"
+#include "picker/symbol_places.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace kigou;
+
+/** Scratch folders of a person. */
+class Folders {
+  public:
+    Folders() {
+        std::string name = (fs::temp_directory_path() / "accsym-bench-XXXXXX").string();
+        if (!mkdtemp(name.data())) throw std::runtime_error("no scratch directory");
+        root_ = name;
+        fs::create_directory(root_ / "program");
+        fs::create_directory(root_ / "common");
+    }
+    ~Folders() { fs::remove_all(root_); }
+    Folders(const Folders &) = delete;
+    Folders &operator=(const Folders &) = delete;
+
+    Directories directories() const {
+        return {root_ / "program", root_ / "common", root_ / "common"};
+    }
+    std::string put(const std::string &name, const std::string &utf8) const {
+        const Sjis disk = disk_form(to_sjis(utf8));
+        const fs::path path = root_ / "common" / name;
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char *>(disk.data()),
+                   static_cast<std::streamsize>(disk.size()));
+        return path;
+    }
+
+  private:
+    fs::path root_;
+};
+
+const std::string rule = std::string(40, '-') + "\n";
+
+/** A set in UTF-8: titles at two levels, with ten symbols each. */
+std::string set_of_titles(const std::string &file, std::int64_t titles) {
+    std::string text = "〈記号〉\n名称=" + file + "\n";
+    for (std::int64_t i = 0; i < titles; ++i) {
+        const std::string path =
+            "題" + std::to_string(i / 10) + (i % 10 ? "／" + std::to_string(i % 10) : "");
+        text += "［" + path + "］\n" + rule + "→←↑↓☆★○●◎◇\n" + rule;
+    }
+    return text;
+}
+
+void read_and_convert(benchmark::State &state) {
+    const Folders folders;
+    const std::string path = folders.put("a.kig", set_of_titles("例", state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(text_form(read_file(path).bytes));
+    state.SetComplexityN(state.range(0));
+}
+
+void snapshot(benchmark::State &state) {
+    const Folders folders;
+    const std::string path = folders.put("a.kig", set_of_titles("例", state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(Snapshot(path).size());
+    state.SetComplexityN(state.range(0));
+}
+
+void check(benchmark::State &state) {
+    const Folders folders;
+    const std::string path = folders.put("a.kig", set_of_titles("例", state.range(0)));
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(check_symbol_file(read_file(path).bytes).findings.size());
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/** A new set of so many titles out of an export, saved. */
+void import(benchmark::State &state) {
+    const std::string text = set_of_titles("例", state.range(0));
+    for (auto _ : state) {
+        const Folders folders;
+        LeftOutList left_out;
+        const auto *bytes = reinterpret_cast<const unsigned char *>(text.data());
+        const SymbolSet set = read_set({bytes, text.size()}, Format::text, left_out);
+        Edit edit(folders.directories(), {}, {}, true);
+        edit.create(typed_title("例"));
+        import_set(edit, set, left_out);
+        if (!edit.finish().saved) state.SkipWithError("not saved");
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/** Where a symbol stands, in so many files of 60 titles each. */
+void places_in_files(benchmark::State &state) {
+    const Folders folders;
+    for (std::int64_t i = 0; i < state.range(0); ++i) {
+        folders.put(std::to_string(i) + ".kig", set_of_titles("例" + std::to_string(i), 60));
+    }
+    for (auto _ : state) {
+        const SymbolPlaces places =
+            places_of({typed_title("◇").sjis}, find_sets(folders.directories()).sets);
+        if (places.paths[0].size() != 60 * static_cast<std::size_t>(state.range(0))) {
+            state.SkipWithError("not all were found");
+        }
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/** Where a symbol stands in a file with one title of so many symbols. */
+void places_in_symbols(benchmark::State &state) {
+    const Folders folders;
+    std::string symbols;
+    for (std::int64_t i = 0; i < state.range(0); ++i) symbols += "★";
+    folders.put("a.kig", "〈記号〉\n名称=例\n［星］\n" + rule + symbols + "→\n" + rule);
+    for (auto _ : state) {
+        const SymbolPlaces places =
+            places_of({typed_title("→").sjis}, find_sets(folders.directories()).sets);
+        if (places.paths[0].size() != 1) state.SkipWithError("not found");
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/** So many bytes of which none can be a symbol. */
+void refused_characters(benchmark::State &state) {
+    const std::string piece(65536, '\0');
+    for (auto _ : state) {
+        TypedSymbols typed(Reading::escaped);
+        for (std::int64_t i = 0; i < state.range(0); i += 65536) typed.add_text(piece);
+        try {
+            typed.finish();
+            state.SkipWithError("not refused");
+        } catch (const Failure &) {
+        }
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+void sizes(benchmark::internal::Benchmark *bench, std::int64_t from, std::int64_t to) {
+    bench->RangeMultiplier(2)->Range(from, to)->Complexity()->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(read_and_convert)->Apply([](auto *bench) { sizes(bench, 12500, 100000); });
+BENCHMARK(snapshot)->Apply([](auto *bench) { sizes(bench, 12500, 100000); });
+BENCHMARK(check)->Apply([](auto *bench) { sizes(bench, 12500, 100000); });
+BENCHMARK(import)->Apply([](auto *bench) { sizes(bench, 1250, 10000); });
+BENCHMARK(places_in_files)->Apply([](auto *bench) { sizes(bench, 640, 5120); });
+BENCHMARK(places_in_symbols)->Apply([](auto *bench) { sizes(bench, 4000, 32000); });
+BENCHMARK(refused_characters)->Apply([](auto *bench) { sizes(bench, 1 << 20, 8 << 20); });
+
+} // namespace
+
+BENCHMARK_MAIN();
