@@ -22,7 +22,7 @@ fs::path home() {
     return entry ? entry->pw_dir : "/";
 }
 
-/** A directory of the XDG base directory specification; a relative one is to be ignored. */
+/** An XDG base directory; a relative one is to be ignored. */
 fs::path base_directory(const char *variable, const char *below_home) {
     const char *named = std::getenv(variable);
     return named && named[0] == '/' ? fs::path(named) : home() / below_home;

@@ -15,9 +15,9 @@
 #include <vector>
 
 #include "accdata.h"
-#include "picker/check.h"
 #include "picker/directories.h"
 #include "picker/failure.h"
+#include "picker/mending.h"
 #include "picker/title.h"
 
 namespace kigou {

@@ -6,7 +6,6 @@
 #include <optional>
 
 #include "accsym.h"
-#include "picker/check.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
 #include "picker/library_messages.h"

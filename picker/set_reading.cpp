@@ -1,6 +1,5 @@
 // set_reading.cpp - reading sets; see set_formats.h. set_formats.cpp writes them.
 #include <algorithm>
-#include <array>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -8,6 +7,7 @@
 #include "picker/disk_form.h"
 #include "picker/failure.h"
 #include "picker/set_formats.h"
+#include "picker/table.h"
 #include "sym/format.h"
 
 namespace kigou {
@@ -163,46 +163,10 @@ void read_json(const std::string &text, Reader &reader) {
     }
 }
 
-struct Row {
-    std::vector<std::string> cells;
-    std::size_t line = 1;
-};
-
-/** Rows of a table. In one with commas a cell may stand in quotation marks, with lines in it. */
-std::vector<Row> rows_of(std::string_view text, char comma) {
-    std::vector<Row> rows;
-    bool quoted = false, fresh = true;
-    std::size_t line = 1;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char sign = text[i];
-        if (fresh) rows.push_back({{""}, line});
-        fresh = false;
-        std::string &cell = rows.back().cells.back();
-        if (comma == ',' && sign == '"') {
-            const bool doubled = quoted && i + 1 < text.size() && text[i + 1] == '"';
-            if (doubled)
-                cell += text[++i];
-            else
-                quoted = !quoted;
-        } else if (sign == '\n' && !quoted) {
-            if (cell.ends_with('\r')) cell.pop_back();
-            fresh = true;
-        } else if (sign == comma && !quoted) {
-            rows.back().cells.emplace_back();
-        } else {
-            cell += sign;
-        }
-        line += sign == '\n';
-    }
-    if (!rows.empty() && rows.back().cells.back().ends_with('\r'))
-        rows.back().cells.back().pop_back();
-    return rows;
-}
-
 void read_table(std::string_view text, char comma, Reader &reader) {
     std::string last_path, file;
     bool kept = false, first_row_empty = false, named = false;
-    std::vector<Row> rows = rows_of(text, comma);
+    const std::vector<TableRow> rows = rows_of(text, comma);
     for (auto row = rows.begin() + 1; row != rows.end(); ++row) {
         const std::string place = line_number(row->line);
         if (row->cells.size() == 1 && row->cells.front().empty()) continue;
@@ -262,33 +226,6 @@ void read_symbol_file(Bytes bytes, Reader &reader) {
     }
 }
 
-/** UTF-8 of a text with or without a byte order mark. */
-std::string decoded(Bytes bytes) {
-    const auto starts = [&](std::initializer_list<unsigned char> mark) {
-        return bytes.size() >= mark.size() && std::equal(mark.begin(), mark.end(), bytes.begin());
-    };
-    const bool big = starts({0xFE, 0xFF}), little = starts({0xFF, 0xFE});
-    if (starts({0xEF, 0xBB, 0xBF})) bytes = bytes.subspan(3);
-    if (!big && !little) return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
-    std::string text;
-    char32_t high = 0;
-    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
-        const auto unit = static_cast<char32_t>(big ? bytes[i] << 8 | bytes[i + 1]
-                                                    : bytes[i + 1] << 8 | bytes[i]);
-        const bool is_low = unit >= 0xDC00 && unit < 0xE000;
-        if (high != 0)
-            text += to_utf8(is_low ? 0x10000 + ((high & 0x3FF) << 10 | (unit & 0x3FF))
-                                   : replacement_character);
-        const bool joined = std::exchange(high, 0) != 0 && is_low;
-        if (unit >= 0xD800 && unit < 0xDC00) {
-            high = unit;
-        } else if (!joined) {
-            text += to_utf8(is_low ? replacement_character : unit);
-        }
-    }
-    return text;
-}
-
 /** The format of text that begins like one; nothing for any other text. */
 std::optional<Format> format_of_text(std::string_view text) {
     if (text.starts_with(head)) return Format::text;
@@ -307,7 +244,7 @@ std::optional<Format> format_of(Bytes bytes) {
     static constexpr std::size_t looked_at = 4096;
     const Bytes start = bytes.first(std::min(bytes.size(), looked_at));
     if (acc::has_symbol_header(text_form(start))) return Format::kig;
-    return format_of_text(decoded(start));
+    return format_of_text(utf8_of_file(start));
 }
 
 SymbolSet read_set(Bytes bytes, Format format, LeftOutList &left_out) {
@@ -316,7 +253,7 @@ SymbolSet read_set(Bytes bytes, Format format, LeftOutList &left_out) {
         read_symbol_file(bytes, reader);
         return std::move(reader.set);
     }
-    const std::string text = decoded(bytes);
+    const std::string text = utf8_of_file(bytes);
     if (format == Format::json) {
         read_json(text, reader);
         return std::move(reader.set);

@@ -238,4 +238,30 @@ std::string unicode_names(std::string_view utf8) {
     return names;
 }
 
+std::string utf8_of_file(std::span<const unsigned char> bytes) {
+    const auto starts = [&](std::initializer_list<unsigned char> mark) {
+        return bytes.size() >= mark.size() && std::equal(mark.begin(), mark.end(), bytes.begin());
+    };
+    const bool big = starts({0xFE, 0xFF}), little = starts({0xFF, 0xFE});
+    if (starts({0xEF, 0xBB, 0xBF})) bytes = bytes.subspan(3);
+    if (!big && !little) return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
+    std::string text;
+    char32_t high = 0;
+    for (std::size_t i = 2; i + 1 < bytes.size(); i += 2) {
+        const auto unit = static_cast<char32_t>(big ? bytes[i] << 8 | bytes[i + 1]
+                                                    : bytes[i + 1] << 8 | bytes[i]);
+        const bool is_low = unit >= 0xDC00 && unit < 0xE000;
+        if (high != 0)
+            text += to_utf8(is_low ? 0x10000 + ((high & 0x3FF) << 10 | (unit & 0x3FF))
+                                   : replacement_character);
+        const bool joined = std::exchange(high, 0) != 0 && is_low;
+        if (unit >= 0xD800 && unit < 0xDC00) {
+            high = unit;
+        } else if (!joined) {
+            text += to_utf8(is_low ? replacement_character : unit);
+        }
+    }
+    return text;
+}
+
 } // namespace kigou

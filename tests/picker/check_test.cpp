@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "picker/disk_form.h"
+#include "picker/mending.h"
 
 namespace kigou {
 namespace {

@@ -108,7 +108,9 @@ const Work works[] = {
              edit.rename(typed_title(own + number));
          });
      },
-     [](const Sets &sets, const std::string &number) { return sets.symbols("例／" + std::string(number.back() % 2 ? "右" : "左") + number).empty(); }},
+     [](const Sets &sets, const std::string &number) {
+         return sets.symbols("例／" + std::string(number.back() % 2 ? "右" : "左") + number).empty();
+     }},
     {[](const Sets &sets, const std::string &number) { return delete_set(sets.directories(), typed_title("捨" + number), {}, {}); },
      [](const Sets &sets, const std::string &number) { return !is_set(sets, "捨" + number); }},
 };
@@ -178,13 +180,16 @@ TEST(editing, saves_nothing_over_a_file_that_was_changed_since) {
     };
     const Case cases[] = {
         {"not changed", [](const Sets &) {}, true},
-        {"written anew with other symbols", [](const Sets &sets) { sets.put("rei.kig", symbol_file("例", block("甲", "←\n") + block("乙"))); }, false},
-        {"replaced by another of the same size and time", [](const Sets &sets) {
+        {"written anew with other symbols",
+         [](const Sets &sets) { sets.put("rei.kig", symbol_file("例", block("甲", "←\n") + block("乙"))); }, false},
+        {"replaced by another of the same size and time",
+         [](const Sets &sets) {
              const auto time = fs::last_write_time(sets.file());
              sets.put("other", symbol_file("例", block("甲", "←\n") + block("乙")));
              fs::rename(sets.program / "other", sets.file());
              fs::last_write_time(sets.file(), time);
-         }, false},
+         },
+         false},
         {"touched", [](const Sets &sets) { fs::last_write_time(sets.file(), fs::file_time_type::clock::now()); }, true},
         {"gone", [](const Sets &sets) { fs::remove(sets.file()); }, false},
         {"no symbol file any more", [](const Sets &sets) { sets.put("rei.kig", "x"); }, false},
@@ -298,9 +303,11 @@ void add_one_by_one(const Sets &sets, const std::vector<SetBlock> &blocks) {
 }
 
 TEST(editing, imports_as_if_the_titles_were_added_one_by_one) {
-    const std::vector<SetBlock> blocks{{typed_title("龠").sjis, data_of("→"), ""}, {typed_title("龠／龝").sjis, data_of("←"), ""}, {typed_title("A／龠").sjis, data_of("↑"), ""}};
+    const std::vector<SetBlock> blocks{{typed_title("龠").sjis, data_of("→"), ""},
+                                       {typed_title("龠／龝").sjis, data_of("←"), ""},
+                                       {typed_title("A／龠").sjis, data_of("↑"), ""}};
     int compared = 0;
-    for (std::uint64_t i = 0; i < 250; ++i) {
+    for (std::uint64_t i = 0; i < 120; ++i) {
         Choice choice(11, i);
         OddFiles files(choice);
         const std::string bytes = files.symbol_file("T");
@@ -324,7 +331,7 @@ TEST(editing, imports_as_if_the_titles_were_added_one_by_one) {
             continue; // the library does not open it, or would lose something of it
         }
     }
-    EXPECT_GT(compared, 50);
+    EXPECT_GT(compared, 30);
 }
 
 } // namespace

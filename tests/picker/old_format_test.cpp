@@ -37,7 +37,7 @@ std::vector<std::pair<Sjis, Sjis>> converted(const Workspace &workspace, const T
 TEST(old_format, is_read_as_the_library_converts_it) {
     const Title file = typed_title("新");
     std::size_t taken = 0, refused = 0;
-    for (std::uint64_t i = 0; i < 1500; ++i) {
+    for (std::uint64_t i = 0; i < 500; ++i) {
         Choice choice(10, i);
         const std::string bytes = OddFiles(choice).old_file();
         const Workspace workspace;
@@ -51,8 +51,8 @@ TEST(old_format, is_read_as_the_library_converts_it) {
         EXPECT_EQ(blocks, expected) << "old file " << i << (old.fatal.empty() ? "" : ": " + old.fatal.front().reason);
         (expected.empty() ? refused : taken) += 1;
     }
-    EXPECT_GT(taken, 100U);
-    EXPECT_GT(refused, 100U);
+    EXPECT_GT(taken, 50U);
+    EXPECT_GT(refused, 50U);
 }
 
 } // namespace
