@@ -19,13 +19,12 @@ Status run(const Context &context, const Options &options) {
                 }));
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("PATH", options->path,
-                   "Title to add below; a file title adds at the first level")
-        ->required();
-    app.add_option("TITLE", options->title, "The new title, without what stands above")->required();
-    declare_edit_options(app, options->edit);
+    arguments.word("PATH", options->path,
+                   "Title to add below; a file title adds at the first level");
+    arguments.word("TITLE", options->title, "The new title, without what stands above");
+    declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 

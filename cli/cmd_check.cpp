@@ -58,9 +58,9 @@ Status run(const Context &context, const std::vector<std::string> &paths) {
     return status;
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto paths = std::make_shared<std::vector<std::string>>();
-    app.add_option("FILE", *paths, "Symbol files, by their names on disk")->required();
+    arguments.words("FILE", *paths, "Symbol files, by their names on disk");
     return [paths](const Context &context) { return run(context, *paths); };
 }
 

@@ -21,10 +21,10 @@ Status run(const Context &context, const Options &options) {
     return tell(context, deleted());
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("FILE-TITLE", options->title, "Title of the symbol file")->required();
-    declare_dry_run(app, options->edit);
+    arguments.word("FILE-TITLE", options->title, "Title of the symbol file");
+    declare_dry_run(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 

@@ -27,11 +27,11 @@ Status run(const Context &context, const Options &options) {
     return Status::found;
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("TITLE", options->title, "Title of the symbol file")->capture_default_str();
-    app.add_option("--format", options->format, "text (default), json or tsv")
-        ->check(CLI::IsMember({"text", "json", "tsv"}));
+    arguments.optional_word("TITLE", options->title, "Title of the symbol file");
+    arguments.choice("--format", options->format, {"text", "json", "tsv"},
+                     "text (default), json or tsv");
     return [options](const Context &context) { return run(context, *options); };
 }
 

@@ -41,7 +41,7 @@ Status run(const Context &context) {
     return Status::nothing_found;
 }
 
-Body declare(CLI::App &) {
+Body declare(Arguments &) {
     return run;
 }
 

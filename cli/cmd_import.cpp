@@ -97,19 +97,18 @@ Status run(const Context &context, Options options) {
     return tell(context, report, &left_out);
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("FILE", options->source, "File to read; - is the standard input")->required();
-    app.add_option("--into", options->into,
-                   "Symbol file to add to, made when there is none (default: a new one with the "
-                   "title in the export, or the name of the old file)");
-    app.add_option("--format", options->format,
-                   "ini, kig, text, json, tsv or csv (default: seen from the file)")
-        ->check(CLI::IsMember({"ini", "kig", "text", "json", "tsv", "csv"}));
-    app.add_option("--as", options->edit.as,
-                   "Make a new symbol file of this title; with --into one that has both, and the "
-                   "old one stays as it is");
-    declare_dry_run(app, options->edit);
+    arguments.word("FILE", options->source, "File to read; - is the standard input");
+    arguments.option("--into", options->into,
+                     "Symbol file to add to, made when there is none (default: a new one with the "
+                     "title in the export, or the name of the old file)");
+    arguments.choice("--format", options->format, {"ini", "kig", "text", "json", "tsv", "csv"},
+                     "ini, kig, text, json, tsv or csv (default: seen from the file)");
+    arguments.option("--as", options->edit.as,
+                     "Make a new symbol file of this title; with --into one that has both, and the "
+                     "old one stays as it is");
+    declare_dry_run(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 

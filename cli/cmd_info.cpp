@@ -70,12 +70,11 @@ Status run(const Context &context, const Options &options) {
     return status;
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("SYMBOL", options->symbols,
-                   "Characters, or codes: U+301C (Unicode), 1-33 (kuten), 0x8160 (Shift_JIS)")
-        ->required();
-    app.add_option("--file", options->file, "Title of the only symbol file to search");
+    arguments.words("SYMBOL", options->symbols,
+                    "Characters, or codes: U+301C (Unicode), 1-33 (kuten), 0x8160 (Shift_JIS)");
+    arguments.option("--file", options->file, "Title of the only symbol file to search");
     return [options](const Context &context) { return run(context, *options); };
 }
 

@@ -107,18 +107,19 @@ Status run(const Context &context, const Options &options) {
     return Status::found;
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("PATH", options->path,
-                   "Titles joined by \"／\" or \"/\", with or without the file title; "
-                   "none: the titles of the first level");
-    app.add_option("--file", options->file,
-                   "Title of the symbol file when the path does not begin with it "
-                   "(default: " +
-                       std::string(standard_title) + ")");
-    app.add_flag("--codes", options->codes, "Show the codes of each symbol");
-    const auto titles = app.add_flag("--titles", options->titles, "Show the titles alone");
-    app.add_flag("--symbols", options->symbols, "Show the symbols alone")->excludes(titles);
+    arguments.optional_word("PATH", options->path,
+                            "Titles joined by \"／\" or \"/\", with or without the file title; "
+                            "none: the titles of the first level");
+    arguments.option("--file", options->file,
+                     "Title of the symbol file when the path does not begin with it "
+                     "(default: " +
+                         std::string(standard_title) + ")");
+    arguments.flag("--codes", options->codes, "Show the codes of each symbol");
+    arguments.flag("--titles", options->titles, "Show the titles alone");
+    arguments.flag("--symbols", options->symbols, "Show the symbols alone");
+    arguments.exclude("--symbols", "--titles");
     return [options](const Context &context) { return run(context, *options); };
 }
 

@@ -17,10 +17,10 @@ Status run(const Context &context, const Options &options) {
                              context, options.edit, [&](Edit &edit) { edit.create(title); }, true));
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("TITLE", options->title, "Title of the new symbol file")->required();
-    declare_dry_run(app, options->edit);
+    arguments.word("TITLE", options->title, "Title of the new symbol file");
+    declare_dry_run(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 

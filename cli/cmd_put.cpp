@@ -49,34 +49,33 @@ Status run_copy(const Context &context, const Options &options) {
                 }));
 }
 
-Body declare_put(CLI::App &app) {
+Body declare_put(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("PATH", options->path, "Title to store in")->required()->type_name("");
-    app.add_option("SYMBOL", options->words,
-                   "Characters, with blanks between or not, or codes (U+301C, 1-33, 0x8160); none: "
-                   "the lines of the standard input")
-        ->type_name("");
-    app.add_flag("--append", options->append, "Keep the symbols that stand there");
-    app.add_flag("--fold", options->fold,
-                 "Take single-byte letters, digits, signs and half-width katakana for their "
-                 "double-byte forms");
-    app.add_flag("--empty", options->empty, "Take all symbols out when none are given");
-    declare_edit_options(app, options->edit);
+    arguments.word("PATH", options->path, "Title to store in");
+    arguments.words(
+        "SYMBOL", options->words,
+        "Characters, with blanks between or not, or codes (U+301C, 1-33, 0x8160); none: "
+        "the lines of the standard input",
+        0);
+    arguments.flag("--append", options->append, "Keep the symbols that stand there");
+    arguments.flag("--fold", options->fold,
+                   "Take single-byte letters, digits, signs and half-width katakana for their "
+                   "double-byte forms");
+    arguments.flag("--empty", options->empty, "Take all symbols out when none are given");
+    declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run_put(context, *options); };
 }
 
-Body declare_copy(CLI::App &app) {
+Body declare_copy(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("SYMBOL... PATH", options->words,
-                   "Symbols: characters or codes (U+301C, 1-33, 0x8160); last the title to add "
-                   "them to")
-        ->required()
-        ->type_name("")
-        ->expected(2, CLI::detail::expected_max_vector_size);
-    app.add_flag("--fold", options->fold,
-                 "Take single-byte letters, digits, signs and half-width katakana for their "
-                 "double-byte forms");
-    declare_edit_options(app, options->edit);
+    arguments.words("SYMBOL... PATH", options->words,
+                    "Symbols: characters or codes (U+301C, 1-33, 0x8160); last the title to add "
+                    "them to",
+                    2);
+    arguments.flag("--fold", options->fold,
+                   "Take single-byte letters, digits, signs and half-width katakana for their "
+                   "double-byte forms");
+    declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run_copy(context, *options); };
 }
 

@@ -68,13 +68,12 @@ Status run(const Context &context, const Options &options) {
     return Status::found;
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("TEMPFILE", options->source, "Working file that a killed process left")
-        ->required();
-    app.add_option("--to", options->to, "File to write (default: a new one among your own sets)");
-    app.add_option("--as", options->as, "File title to give it");
-    app.add_flag("--dry-run", options->dry_run, "Show what would be recovered and write nothing");
+    arguments.word("TEMPFILE", options->source, "Working file that a killed process left");
+    arguments.option("--to", options->to, "File to write (default: a new one among your own sets)");
+    arguments.option("--as", options->as, "File title to give it");
+    arguments.flag("--dry-run", options->dry_run, "Show what would be recovered and write nothing");
     return [options](const Context &context) { return run(context, *options); };
 }
 

@@ -19,12 +19,11 @@ Status run(const Context &context, const Options &options) {
                 }));
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("PATH", options->path, "Title to rename; a file title renames the file")
-        ->required();
-    app.add_option("TITLE", options->title, "Its new name, without what stands above")->required();
-    declare_edit_options(app, options->edit);
+    arguments.word("PATH", options->path, "Title to rename; a file title renames the file");
+    arguments.word("TITLE", options->title, "Its new name, without what stands above");
+    declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 

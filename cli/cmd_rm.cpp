@@ -18,10 +18,10 @@ Status run(const Context &context, const Options &options) {
                 }));
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    app.add_option("PATH", options->path, "Title to remove, with all titles below it")->required();
-    declare_edit_options(app, options->edit);
+    arguments.word("PATH", options->path, "Title to remove, with all titles below it");
+    declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 

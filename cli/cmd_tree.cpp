@@ -70,9 +70,9 @@ Status run(const Context &context, const std::string &file) {
     return Status::found;
 }
 
-Body declare(CLI::App &app) {
+Body declare(Arguments &arguments) {
     const auto file = std::make_shared<std::string>(standard_title);
-    app.add_option("TITLE", *file, "Title of the symbol file")->capture_default_str();
+    arguments.optional_word("TITLE", *file, "Title of the symbol file");
     return [file](const Context &context) { return run(context, *file); };
 }
 

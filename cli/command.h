@@ -2,9 +2,9 @@
 #ifndef KIGOU_COMMAND_H
 #define KIGOU_COMMAND_H
 
-#include <CLI/CLI.hpp>
 #include <functional>
 
+#include "cli/arguments.h"
 #include "cli/status.h"
 #include "picker/directories.h"
 
@@ -24,7 +24,7 @@ struct Command {
     const char *examples; /**< whole lines, shown under the options */
 
     /** Adds the command's own arguments; the body reads what they were given. */
-    Body (*declare)(CLI::App &options);
+    Body (*declare)(Arguments &arguments);
 };
 
 extern const Command files_command;

@@ -110,23 +110,23 @@ void write_sentences(const EditReport &report) {
 
 } // namespace
 
-void declare_dry_run(CLI::App &app, EditOptions &options) {
-    app.add_flag("--dry-run", options.dry_run, "Show what would be done and save nothing");
+void declare_dry_run(Arguments &arguments, EditOptions &options) {
+    arguments.flag("--dry-run", options.dry_run, "Show what would be done and save nothing");
 }
 
-void declare_as(CLI::App &app, EditOptions &options) {
-    app.add_option(
+void declare_as(Arguments &arguments, EditOptions &options) {
+    arguments.option(
         "--as", options.as,
         "Keep the result as a new symbol file of this title; the old one stays as it is");
 }
 
-void declare_edit_options(CLI::App &app, EditOptions &options) {
-    app.add_option("--file", options.file,
-                   "Title of the symbol file when the path does not begin with it "
-                   "(default: " +
-                       std::string(standard_title) + ")");
-    declare_as(app, options);
-    declare_dry_run(app, options);
+void declare_edit_options(Arguments &arguments, EditOptions &options) {
+    arguments.option("--file", options.file,
+                     "Title of the symbol file when the path does not begin with it "
+                     "(default: " +
+                         std::string(standard_title) + ")");
+    declare_as(arguments, options);
+    declare_dry_run(arguments, options);
 }
 
 EditHooks edit_hooks() {

@@ -12,9 +12,9 @@
 namespace kigou {
 
 /** --file, --as and --dry-run; each alone. */
-void declare_edit_options(CLI::App &app, EditOptions &options);
-void declare_as(CLI::App &app, EditOptions &options);
-void declare_dry_run(CLI::App &app, EditOptions &options);
+void declare_edit_options(Arguments &arguments, EditOptions &options);
+void declare_as(Arguments &arguments, EditOptions &options);
+void declare_dry_run(Arguments &arguments, EditOptions &options);
 
 /** Waits with a message, and ends when a signal comes. */
 EditHooks edit_hooks();

@@ -1,7 +1,7 @@
 // failure_words.cpp - see failure_words.h.
 #include "cli/failure_words.h"
 
-#include <nlohmann/json.hpp>
+#include "cli/json.h"
 
 #include "cli/shell_word.h"
 

@@ -3,6 +3,8 @@
 
 #include <iostream>
 
+template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace kigou {
 
 void write(const nlohmann::ordered_json &json) {

@@ -6,6 +6,9 @@
 
 #include "picker/codes.h"
 
+/** Made once, in json.cpp. */
+extern template class nlohmann::basic_json<nlohmann::ordered_map>;
+
 namespace kigou {
 
 /** Writes one object to the standard output. Bytes that are no UTF-8 become U+FFFD. */

@@ -1,4 +1,5 @@
 // main.cpp - kigou, the command line of the symbol accessory.
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
 #include <exception>
@@ -64,7 +65,8 @@ void declare_commands(CLI::App &app, Invocation &invocation) {
         CLI::App *const options = app.add_subcommand(command->name, command->summary);
         options->footer(std::string("Examples:\n") + command->examples);
         options->add_flag("--json", invocation.context.json, "Write JSON");
-        options->callback([&invocation, command, body = command->declare(*options)] {
+        Arguments arguments(*options);
+        options->callback([&invocation, command, body = command->declare(arguments)] {
             invocation.body = body;
             invocation.command = command;
         });

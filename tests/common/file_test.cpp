@@ -66,6 +66,7 @@ TEST_F(Files, missing_files_and_bad_handles_answer_failure) {
     EXPECT_EQ(CM_open(bytes(name), "rb and a very long mode"), -1);
     EXPECT_EQ(CM_open(nullptr, "rb"), -1);
     EXPECT_EQ(CM_open(bytes(name), nullptr), -1);
+    EXPECT_TRUE(acc::OpenFile(CM_open(bytes(name), "r")));
     const int closed = CM_open(bytes(name), "rb");
     ASSERT_EQ(CM_close(closed), 0);
     char buffer[1];

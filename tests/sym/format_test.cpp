@@ -106,6 +106,7 @@ TEST(closing, completes_a_text_cut_anywhere) {
         const Closing closing = closing_of(view(part), title, has_block ? &last : nullptr);
         std::string closed = part;
         closed.append(closing.bytes.begin(), closing.bytes.begin() + closing.length);
+        EXPECT_EQ(closed.find("\r\n\r\n"), std::string::npos) << cut; // no line that nobody wrote
 
         Block b;
         std::size_t place = title.offset + title.length + 2;
