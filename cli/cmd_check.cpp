@@ -50,7 +50,12 @@ Status run(const Context &context, const std::vector<std::string> &paths) {
                 print(path, file);
             }
         } catch (const Failure &failure) {
-            complain(failure.what()); // the others can be checked all the same
+            // The others can be checked all the same.
+            if (context.json) {
+                json["files"].push_back({{"path", path}, {"error", failure.what()}});
+            } else {
+                complain(failure.what());
+            }
             status = Status::failed;
         }
     }

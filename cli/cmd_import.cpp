@@ -69,7 +69,7 @@ void open_or_make(Edit &edit, const Source &source, const Options &options) {
             FailureKind::refused, "there is a symbol file " + title.text + " already",
             {"--into " + shell_word(title.text) + " adds to it, --as NEW-TITLE makes another"});
     }
-    edit.open(*set);
+    edit.open(title);
 }
 
 Status run(const Context &context, Options options) {

@@ -2,6 +2,7 @@
 #include "cli/edit_command.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <iostream>
 
 #include "cli/json.h"
@@ -102,10 +103,13 @@ void write_sentences(const EditReport &report) {
     } else if (!deleted) {
         std::cout << "saved " << printable(report.file) << '\n';
     }
-    if (!report.backup.empty()) {
-        std::cout << "to take it back: cp " << printable(shell_word(report.backup)) << ' '
-                  << printable(shell_word(report.path)) << '\n';
-    }
+    if (report.backup.empty()) return;
+    // The name of a deleted file may be another's by then.
+    const std::filesystem::path place(report.path), backup(report.backup);
+    const std::string target = deleted ? place.parent_path() / backup.filename() : place;
+    std::cout << "to take it back: cp " << (deleted ? "-n " : "")
+              << printable(shell_word(report.backup)) << ' ' << printable(shell_word(target))
+              << '\n';
 }
 
 } // namespace

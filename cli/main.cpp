@@ -2,6 +2,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <array>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 #include <string_view>
@@ -113,6 +114,12 @@ void look_around(const Invocation &invocation) {
     }
     if (invocation.command == &recover_command) return; // told of them already
     for (const Leftover &leftover : sweep_leftovers(directories)) {
+        if (!leftover.kept.empty()) {
+            complain("an edit of " + leftover.title +
+                     " that was not saved is older than the set now; it is kept in");
+            complain("  " + leftover.kept);
+            continue;
+        }
         complain("a process that was killed left an edit of " + leftover.title +
                  " that is not saved; to keep it:");
         complain("  kigou recover " + shell_word(leftover.path) + " --as NEW-TITLE");
@@ -166,11 +173,13 @@ Status run_reporting(int argc, char **argv) {
 } // namespace kigou
 
 int main(int argc, char **argv) {
-    std::ios::sync_with_stdio(false);
-    const kigou::Status status = kigou::run_reporting(argc, argv);
-    if (!std::cout.flush()) {
+    try {
+        std::ios::sync_with_stdio(false);
+        const kigou::Status status = kigou::run_reporting(argc, argv);
+        if (std::cout.flush()) return static_cast<int>(status);
         kigou::complain("the output could not be written");
-        return static_cast<int>(kigou::Status::failed);
+    } catch (const std::exception &error) {
+        std::fprintf(stderr, "kigou: %s\n", error.what()); // not even a failure could be told
     }
-    return static_cast<int>(status);
+    return static_cast<int>(kigou::Status::failed);
 }

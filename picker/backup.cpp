@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -13,23 +14,43 @@
 #include "picker/file_bytes.h"
 
 namespace kigou {
+namespace {
 
 namespace fs = std::filesystem;
 
-Backup::Backup(const std::string &path) {
-    const fs::path folder = fs::path(path).parent_path() / "backup";
-    copy_ = (folder / fs::path(path).filename()).string();
-    fresh_ = copy_ + ".new";
-    const auto fail = [&](int reason) {
-        throw Failure(FailureKind::failed, "cannot keep " + path + " as it was in " + copy_ + ": " +
-                                               std::strerror(reason) + "; nothing is changed");
-    };
+constexpr std::size_t longest_name = 200; // bytes, of at most 255 with what is added
+
+/** A title as the name of a file; the name of the set's own file for one that cannot be. */
+std::string name_of(const std::string &path, const std::string &title) {
+    const bool odd = title.empty() || title.front() == '.' || title.size() > longest_name ||
+                     std::any_of(title.begin(), title.end(), [](char byte) {
+                         return byte == '/' || (byte >= 0 && byte < 0x20) || byte == 0x7F;
+                     });
+    return odd ? fs::path(path).filename().string() : title + ".kig";
+}
+
+[[noreturn]] void fail(const std::string &path, const std::string &copy, int reason) {
+    throw Failure(FailureKind::failed, "cannot keep " + path + " as it was in " + copy + ": " +
+                                           std::strerror(reason) + "; nothing is changed");
+}
+
+/** The folder of the backups, made when it is missing. */
+fs::path folder_of(const std::string &path) {
+    fs::path folder = fs::path(path).parent_path() / "backup";
+    if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) fail(path, folder.string(), errno);
+    return folder;
+}
+
+} // namespace
+
+Backup::Backup(const std::string &path, const std::string &title)
+    : copy_((folder_of(path) / name_of(path, title)).string()), fresh_(copy_ + ".new") {
     struct stat status {};
-    if (mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST) fail(errno);
-    if (stat(path.c_str(), &status) != 0) fail(errno);
-    unlink(fresh_.c_str()); // of a process that was killed
+    if (stat(path.c_str(), &status) != 0) fail(path, copy_, errno);
+    // One that is there is of a process that was killed behind its save: the newer backup.
+    std::rename(fresh_.c_str(), copy_.c_str());
     const mode_t mode = (status.st_mode & 0777) | S_IWUSR;
-    if (!write_new(fresh_, read_file(path).bytes, mode)) fail(EEXIST);
+    if (!write_new(fresh_, read_file(path).bytes, mode)) fail(path, copy_, EEXIST);
 }
 
 Backup::~Backup() {
@@ -39,6 +60,14 @@ Backup::~Backup() {
 std::string Backup::keep() {
     kept_ = true; // under one name or the other
     return std::rename(fresh_.c_str(), copy_.c_str()) == 0 ? copy_ : fresh_;
+}
+
+std::string keep_beside(const std::string &path, const std::string &title,
+                        std::span<const unsigned char> bytes) {
+    const std::string copy = (folder_of(path) / ("unsaved-" + name_of(path, title))).string();
+    unlink(copy.c_str());
+    if (!write_new(copy, bytes, 0600)) fail(path, copy, EEXIST);
+    return copy;
 }
 
 } // namespace kigou

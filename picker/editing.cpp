@@ -2,7 +2,7 @@
 #include "picker/editing.h"
 
 #include <algorithm>
-#include <array>
+#include <chrono>
 #include <filesystem>
 #include <utility>
 
@@ -19,15 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::vector<FolderLock> lock_folders(const Directories &directories, const EditHooks &hooks) {
-    std::vector<FolderLock> locks;
-    locks.emplace_back(directories.common, hooks);
-    std::error_code error;
-    if (!fs::equivalent(directories.common, directories.program, error)) {
-        locks.emplace_back(directories.program, hooks);
-    }
-    return locks;
-}
+constexpr std::int64_t clock_doubt = 1000000000; // nanoseconds
 
 /** A file title for a while, as short as can be, so that every path fits that fitted before. */
 Title stand_in(const SetFiles &sets, const Title &title) {
@@ -63,10 +55,23 @@ Edit::Edit(Directories directories, EditOptions options, EditHooks hooks, bool m
     if (options_.as) as_ = new_file_title(*options_.as);
     if (!options_.dry_run) {
         if (as_ || may_make_file) make_common_directory(directories_);
-        locks_ = lock_folders(directories_, hooks_);
+        locks_.emplace_back(directories_.common, hooks_);
     }
     sets_ = find_sets(directories_);
     if (as_) refuse_taken(*as_);
+}
+
+/** Takes the lock of a set's folder, when it is not the one that is taken first. @return if so */
+bool Edit::lock_folder_of(const Located &located) {
+    const std::string folder = fs::path(located.snapshot.path()).parent_path().string();
+    std::error_code error;
+    if (options_.dry_run || as_ || locks_.size() > 1 ||
+        fs::equivalent(folder, directories_.common, error)) {
+        return false;
+    }
+    locks_.emplace_back(folder, hooks_);
+    sets_ = find_sets(directories_);
+    return true;
 }
 
 void Edit::refuse_taken(const Title &title) const {
@@ -87,12 +92,15 @@ void Edit::keep_as(const std::string &title) {
 
 const Located &Edit::locate(const std::string &path) {
     located_.emplace(kigou::locate(sets_, path, options_.file));
+    if (lock_folder_of(*located_)) located_.emplace(kigou::locate(sets_, path, options_.file));
     open_session();
     return *located_;
 }
 
-const Located &Edit::open(const SetFile &file) {
-    located_.emplace(Located{Snapshot(file.path), 0});
+const Located &Edit::open(
+    Title file) { // a copy: it may be one of the files that are looked at anew
+    located_.emplace(Located{Snapshot(sets_.get(file).path), 0});
+    if (lock_folder_of(*located_)) located_.emplace(Located{Snapshot(sets_.get(file).path), 0});
     open_session();
     return *located_;
 }
@@ -101,6 +109,9 @@ const Located &Edit::open(const SetFile &file) {
 void Edit::open_session() {
     const Snapshot &snapshot = located_->snapshot;
     saved_under_ = title_ = snapshot.file();
+    opened_at_ = std::chrono::duration_cast<std::chrono::nanoseconds>(
+                     std::chrono::system_clock::now().time_since_epoch())
+                     .count();
     refuse_standard_set();
     if (!is_writable(snapshot.path()) && title_.text != standard_title) {
         // The library opens for update alone. What is kept as another set can be a copy.
@@ -158,7 +169,9 @@ void Edit::refuse_changed() const {
     }
     const Snapshot &opened = located_->snapshot;
     const auto now = identity_of(opened.path());
-    if (now == opened.identity()) return;
+    // Two changes within one tick of the file system's clock have the same time.
+    const bool in_doubt = opened.identity().changed + clock_doubt > opened_at_;
+    if (now == opened.identity() && !in_doubt) return;
     try {
         if (now && Snapshot(opened.path()).text() == opened.text()) return;
     } catch (const Failure &) {
@@ -196,7 +209,7 @@ EditReport Edit::finish() {
         if (as_ || new_) make_common_directory(directories_);
         refuse_changed();
         std::optional<Backup> backup;
-        if (takes_away_ && !as_) backup.emplace(report.path);
+        if (takes_away_ && !as_) backup.emplace(report.path, located_->snapshot.file().text);
         save();
         if (backup) report.backup = backup->keep();
     }
@@ -210,7 +223,14 @@ EditReport Edit::finish() {
 EditReport delete_set(const Directories &directories, const Title &title,
                       const EditOptions &options, const EditHooks &hooks) {
     std::vector<FolderLock> locks;
-    if (!options.dry_run) locks = lock_folders(directories, hooks);
+    if (!options.dry_run) {
+        locks.emplace_back(directories.common, hooks);
+        std::error_code error;
+        const fs::path folder = fs::path(find_sets(directories).get(title).path).parent_path();
+        if (!fs::equivalent(folder, directories.common, error)) {
+            locks.emplace_back(folder.string(), hooks);
+        }
+    }
     const SetFiles sets = find_sets(directories);
     const SetFile &set = sets.get(title);
     if (title.text == standard_title) {
@@ -230,7 +250,7 @@ EditReport delete_set(const Directories &directories, const Title &title,
         throw Failure(FailureKind::failed, "cannot delete " + title.text, why_not_written(folder));
     }
     stop_if_asked(hooks);
-    Backup backup(set.path);
+    Backup backup(set.path, title.text);
     Session session(directories);
     session.delete_file(title);
     if (identity_of(set.path)) {

@@ -51,7 +51,8 @@ struct EditOptions {
 class Edit {
   public:
     /**
-     * Takes the locks, and then looks which symbol files there are.
+     * Takes the lock of the person's own sets, and then looks which symbol files there are. The
+     * folder of another set is locked when that is opened, and looked at again.
      * @param may_make_file  make the folder of the person's own sets when it is missing
      * @throws Failure: as FolderLock; refused when options.as is taken or cannot be a title
      */
@@ -63,7 +64,7 @@ class Edit {
     const Located &locate(const std::string &path);
 
     /** Opens a file. @throws Failure (refused) for the standard set without options.as */
-    const Located &open(const SetFile &file);
+    const Located &open(Title file);
 
     /** Makes a new file instead of opening one. @throws Failure (refused) when it is taken */
     void create(const Title &file);
@@ -105,6 +106,7 @@ class Edit {
   private:
     void did(Change change) { changes_.push_back(std::move(change)); }
     Title located_title() const; // and not the file itself
+    bool lock_folder_of(const Located &located);
     void open_session();
     void refuse_standard_set() const;
     void refuse_changed() const;
@@ -122,6 +124,7 @@ class Edit {
     std::optional<Title> as_;
     Title title_, saved_under_;
     bool new_ = false, takes_away_ = false;
+    std::int64_t opened_at_ = 0; /**< nanoseconds since 1970 */
     std::vector<Change> changes_;
 };
 

@@ -2,9 +2,11 @@
 #include "picker/file_bytes.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -131,16 +133,29 @@ Sjis read_head(const std::string &path, std::size_t most_bytes) {
 }
 
 bool write_new(const std::string &path, std::span<const unsigned char> bytes, mode_t mode) {
-    Descriptor file(open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (file.number() < 0 && errno == EEXIST) return false;
+    static std::atomic<unsigned> number{0};
+    const auto slash = path.rfind('/');
+    const std::string fresh = path.substr(0, slash == path.npos ? 0 : slash + 1) +
+                              unfinished_prefix + std::to_string(getpid()) + "-w" +
+                              std::to_string(number++);
+    unlink(fresh.c_str()); // of a process of that number that was killed
+    Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
     if (file.number() < 0) fail("cannot write", path, errno);
+    flock(file.number(), LOCK_EX | LOCK_NB);
     write_all(file.number(), bytes);
     int reason = errno;
     if (reason == 0 && fsync(file.number()) != 0) reason = errno;
     if (!file.close() && reason == 0) reason = errno;
-    if (reason == 0) return true;
-    unlink(path.c_str());
-    fail("cannot write", path, reason);
+    // A link replaces nothing. Where there are none the name is asked for, and then taken.
+    if (reason == 0 && link(fresh.c_str(), path.c_str()) != 0) {
+        reason = errno;
+        if (reason != EEXIST && access(path.c_str(), F_OK) != 0) {
+            reason = rename(fresh.c_str(), path.c_str()) == 0 ? 0 : errno;
+        }
+    }
+    unlink(fresh.c_str());
+    if (reason != 0 && reason != EEXIST) fail("cannot write", path, reason);
+    return reason == 0;
 }
 
 } // namespace kigou

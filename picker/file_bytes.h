@@ -46,9 +46,12 @@ FileBytes read_file(const std::string &path, std::size_t most_bytes = most_file_
 /** The first bytes of a regular file, at most that many. @throws Failure as read_file */
 Sjis read_head(const std::string &path, std::size_t most_bytes);
 
+/** How the names of files begin that are being written, the library's own among them. */
+inline constexpr const char *unfinished_prefix = ".accsym-save-";
+
 /**
- * Writes a file that was not there before, and waits until it is on the disk. A failure leaves
- * no file.
+ * Writes a file that was not there before, and waits until it is on the disk. It has its name
+ * only when it is whole; a failure leaves no file.
  * @return false when the name is taken
  * @throws Failure (failed) with the system's reason
  */

@@ -43,6 +43,7 @@ void stop_if_asked(const EditHooks &hooks) {
 }
 
 FolderLock::FolderLock(const std::string &folder, const EditHooks &hooks) {
+    if (folder.empty()) return;
     const std::string path = folder + "/" + lock_name;
     file_ = open_lock(path);
     if (file_ < 0) return;

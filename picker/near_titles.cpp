@@ -68,6 +68,7 @@ std::vector<std::string> nearest(const std::vector<std::string> &paths, std::str
 
 std::vector<std::string> did_you_mean(const std::vector<std::string> &near) {
     std::vector<std::string> lines;
+    lines.reserve(near.size());
     for (const std::string &word : near) lines.push_back("did you mean " + word + "?");
     return lines;
 }

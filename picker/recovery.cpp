@@ -17,12 +17,14 @@
 #include <ctime>
 #include <filesystem>
 
+#include "picker/backup.h"
 #include "picker/disk_form.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
 #include "picker/scratch_folder.h"
 #include "picker/set_files.h"
 #include "picker/snapshot.h"
+#include "picker/symbol_data.h"
 #include "sym/format.h"
 #include "sym/temp_index.h"
 
@@ -33,7 +35,6 @@ namespace fs = std::filesystem;
 using Bytes = std::span<const unsigned char>;
 
 constexpr const char *working_prefix = "accsym";
-constexpr const char *save_prefix = ".accsym-save-";
 constexpr std::size_t working_name = 12; // bytes of the whole name
 constexpr int most_names = 10000000;     // that the library gives, "@" and seven digits
 
@@ -98,17 +99,15 @@ std::vector<fs::path> files_named(const std::string &directory, const std::strin
     return paths;
 }
 
-/** Whether the set on disk has all that the file has, or was saved after it. */
-bool is_kept(const fs::path &path, const Recovered &found, const SetFiles &sets) {
-    const SetFile *set = sets.find(found.title.sjis);
-    if (!set) return false;
-    const auto saved = identity_of(set->path), left = identity_of(path.string());
-    if (saved && left && saved->modified > left->modified) return true;
-    try {
-        return Snapshot(set->path).text() == found.text;
-    } catch (const Failure &) {
-        return false;
+/** Whether a set has every title and every symbol of another one. */
+bool holds(const Snapshot &set, const Snapshot &other) {
+    for (std::size_t i = 1; i < other.size(); ++i) {
+        const auto number = set.find(other.path_of(i));
+        if (!number || !missing_from(set.data(*number), symbols_in(other.data(i))).empty()) {
+            return false;
+        }
     }
+    return true;
 }
 
 /** What stands in a file of an unfinished save, which is in the disk form. */
@@ -119,20 +118,30 @@ Recovered recover_save(const std::string &path) {
     return {title_of(std::span(text).subspan(range.offset, range.length)), std::move(text)};
 }
 
+/** What is to become of a file: empty for one that goes. */
+std::optional<Leftover> judge(const fs::path &path, const Recovered &found, const SetFiles &sets) {
+    const Leftover left{path.string(), found.title.text, {}};
+    const SetFile *set = sets.find(found.title.sjis);
+    if (!set) return left;
+    const Snapshot saved(set->path);
+    if (saved.text() == found.text) return std::nullopt;
+    const auto age = identity_of(path.string());
+    if (!age || age->modified >= saved.identity().modified) return left;
+    if (holds(saved, Snapshot::of_text(found.text, path.string()))) return std::nullopt;
+    return Leftover{left.path, left.title,
+                    keep_beside(set->path, found.title.text, disk_form(found.text))};
+}
+
 void sweep(const std::vector<fs::path> &paths, Recovered (*read)(const std::string &),
            const SetFiles &sets, std::vector<Leftover> &left) {
     for (const fs::path &path : paths) {
         const DeadFile file(path);
         if (!file) continue;
         try {
-            if (!file.is_empty()) {
-                const Recovered found = read(path.string());
-                if (!is_kept(path, found, sets)) {
-                    left.push_back({path.string(), found.title.text});
-                    continue;
-                }
-            }
-            unlink(path.c_str());
+            std::optional<Leftover> stays;
+            if (!file.is_empty()) stays = judge(path, read(path.string()), sets);
+            if (!stays || !stays->kept.empty()) unlink(path.c_str());
+            if (stays) left.push_back(std::move(*stays));
         } catch (const Failure &) {
             // Not ours, or nothing that could be recovered: whoever made it may know.
         }
@@ -151,7 +160,8 @@ void Recovered::rename(const Title &other) {
 
 Recovered recover(const std::string &path) {
     const Sjis bytes = read_file(path).bytes;
-    if (fs::path(path).filename().string().starts_with(save_prefix)) return recover_save(path);
+    if (fs::path(path).filename().string().starts_with(unfinished_prefix))
+        return recover_save(path);
     Recovered recovered;
     if (auto text = text_behind_header(bytes)) {
         recovered.text = std::move(*text);
@@ -199,8 +209,8 @@ std::vector<Leftover> sweep_leftovers(const Directories &directories) {
     sweep_scratch_folders();
     const std::vector<fs::path> working =
         files_named(temporary_directory(), working_prefix, working_name);
-    std::vector<fs::path> saves = files_named(directories.common, save_prefix, 0);
-    for (fs::path &path : files_named(directories.program, save_prefix, 0)) {
+    std::vector<fs::path> saves = files_named(directories.common, unfinished_prefix, 0);
+    for (fs::path &path : files_named(directories.program, unfinished_prefix, 0)) {
         saves.push_back(std::move(path));
     }
     std::vector<Leftover> left;
@@ -217,7 +227,7 @@ std::vector<Leftover> sweep_leftovers(const Directories &directories) {
 
 void remove_leftover(const std::string &path) {
     const std::string name = fs::path(path).filename().string();
-    if (!name.starts_with(working_prefix) && !name.starts_with(save_prefix)) return;
+    if (!name.starts_with(working_prefix) && !name.starts_with(unfinished_prefix)) return;
     if (const DeadFile file(path); file) unlink(path.c_str());
 }
 

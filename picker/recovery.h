@@ -40,14 +40,15 @@ std::string keep_recovered(const Directories &directories, const Recovered &reco
 /** A file of a process that is gone. */
 struct Leftover {
     std::string path;
-    std::string title; /**< of the set that was edited, UTF-8 */
+    std::string title;  /**< of the set that was edited, UTF-8 */
+    std::string kept{}; /**< where it is now, when it was older than the set; else it stays */
 };
 
 /**
- * Looks for what processes of this person left behind. Files that hold nothing that is not in
- * a saved set are removed: empty ones, those that read as the set on disk, and those that are
- * older than it. A file of a living process is never touched.
- * @return those that stay, because something may be lost with them
+ * Looks for what processes of this person left behind. Removed are empty files, those that read
+ * as the set on disk, and those that are older than it; of these, one with something that the set
+ * lacks is kept in the folder of the backups. A file of a living process is never touched.
+ * @return those that stay or were kept, because something may be lost with them
  */
 std::vector<Leftover> sweep_leftovers(const Directories &directories);
 

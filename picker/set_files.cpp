@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <memory>
 
 #include "picker/disk_form.h"
@@ -83,6 +84,8 @@ SetFiles find_sets(const Directories &directories) {
             "cannot read the directory \"" + directories.program + "\": " + std::strerror(reason),
             {}, {{Remedy::name_program_folder}});
     }
+    std::error_code error;
+    if (std::filesystem::equivalent(directories.program, directories.common, error)) return files;
     if (const int reason = add_directory(directories.common, files);
         reason != 0 && reason != ENOENT && !directories.common.empty()) {
         files.spoilt.push_back({directories.common, std::strerror(reason)});

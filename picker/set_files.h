@@ -1,7 +1,8 @@
 // set_files.h - which symbol files there are. They go by the title in them, never by their
 // names, and are found as the library finds them: every file whose name contains ".kig", in
 // the program directory and then in the common one, in the order of the directory. Titles,
-// paths and order are the library's; its list ends where its buffer does, this one does not.
+// paths and order are the library's; its list ends where its buffer does, this one does not, and
+// a folder that is both directories is looked at once.
 #ifndef KIGOU_PICKER_SET_FILES_H
 #define KIGOU_PICKER_SET_FILES_H
 

@@ -41,7 +41,10 @@ std::set<std::string> lines_of_file(const std::string &path) {
 
 void replace_file(const std::string &path, const std::set<std::string> &lines) {
     std::string text;
-    for (const std::string &line : lines) text += line + "\n";
+    for (const std::string &line : lines) {
+        std::error_code error;
+        if (fs::exists(line.substr(0, line.find('\t')), error)) text += line + "\n";
+    }
     const std::string fresh = path + "." + std::to_string(getpid());
     write_new(fresh, {reinterpret_cast<const unsigned char *>(text.data()), text.size()}, 0600);
     if (std::rename(fresh.c_str(), path.c_str()) != 0) unlink(fresh.c_str());

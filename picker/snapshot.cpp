@@ -22,13 +22,25 @@ std::string key_of(std::span<const unsigned char> path) {
 } // namespace
 
 Snapshot::Snapshot(const std::string &path) : path_(path) {
-    FileBytes file = read_file(path);
+    const FileBytes file = read_file(path);
     identity_ = file.identity;
     text_ = text_form(file.bytes);
+    parse();
+}
+
+Snapshot Snapshot::of_text(Sjis text, const std::string &name) {
+    Snapshot snapshot;
+    snapshot.path_ = name;
+    snapshot.text_ = std::move(text);
+    snapshot.parse();
+    return snapshot;
+}
+
+void Snapshot::parse() {
     acc::Range title;
-    if (!acc::has_symbol_header(text_)) refuse(path, "the first line is not 〈記号〉");
+    if (!acc::has_symbol_header(text_)) refuse(path_, "the first line is not 〈記号〉");
     if (!acc::find_file_title(text_, static_cast<std::uint32_t>(text_.size() + 6), title)) {
-        refuse(path, "no line begins with 名称=");
+        refuse(path_, "no line begins with 名称=");
     }
     const auto at = [&](std::size_t offset) {
         return text_.begin() + static_cast<std::ptrdiff_t>(offset);

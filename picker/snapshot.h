@@ -24,6 +24,9 @@ class Snapshot {
     /** Reads a symbol file. @throws Failure (failed) when it cannot be read or is none */
     explicit Snapshot(const std::string &path);
 
+    /** The same of a text that is in memory, such as that of a working file. */
+    static Snapshot of_text(Sjis text, const std::string &name);
+
     const std::string &path() const { return path_; }
     const FileIdentity &identity() const { return identity_; }
     Title file() const { return title(0); }
@@ -63,6 +66,9 @@ class Snapshot {
     const Sjis &text() const { return text_; }
 
   private:
+    Snapshot() = default;
+    void parse();
+
     struct Entry {
         Sjis path;
         std::size_t level, data, data_bytes, symbols, end;

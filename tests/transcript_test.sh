@@ -20,7 +20,7 @@ PATH=$(realpath -- "$2"):$PATH
 scratch=$(mktemp -d)
 trap 'chmod -R u+w "$scratch"; rm -rf "$scratch"' EXIT
 mkdir "$scratch"/{printed,tmp,place}
-export XDG_DATA_HOME=$scratch/data TMPDIR=$scratch/tmp LC_ALL=C
+export XDG_DATA_HOME=$scratch/data XDG_STATE_HOME=$scratch/state TMPDIR=$scratch/tmp LC_ALL=C
 unset KIGOU_PROGRAM_DIR KIGOU_COMMON_DIR KIGOU_USER_DIR
 top=$(cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd)
 place=$top
