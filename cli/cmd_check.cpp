@@ -29,9 +29,10 @@ nlohmann::ordered_json to_json(const std::string &path, const CheckedFile &file)
 
 void print(const std::string &path, const CheckedFile &file) {
     for (const Finding &finding : file.findings) {
-        std::cout << path << ':' << finding.line << ": " << printable(finding.text) << '\n';
+        std::cout << printable(path) << ':' << finding.line << ": " << printable(finding.text)
+                  << '\n';
     }
-    if (file.more != 0) std::cout << path << ": " << file.more << " more findings\n";
+    if (file.more != 0) std::cout << printable(path) << ": " << file.more << " more findings\n";
     if (!file.findings.empty()) return;
     std::cout << path << ": clean (" << printable(file.title) << ", "
               << counted(file.blocks, "title") << ", " << counted(file.symbols, "symbol") << ")\n";

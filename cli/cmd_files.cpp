@@ -30,7 +30,7 @@ Status run(const Context &context) {
         json["unusable"].push_back({{"path", file.path}, {"reason", file.reason}});
         if (context.json) continue;
         complain(file.path + " cannot be used: " + file.reason);
-        complain("'kigou check " + shell_word(file.path) + "' says more");
+        complain(quoted_command("kigou check " + path_word(file.path)) + " says more");
     }
     if (context.json) write(json);
     if (!files.sets.empty()) return Status::found;

@@ -55,6 +55,12 @@ Source read_source(const Options &options, LeftOutList &left_out) {
                       {"--into TITLE names the symbol file to add its titles to"});
     }
     source.old = read_old_file(source.bytes);
+    if (source.old.titles.empty() && options.format.empty()) {
+        throw Failure(FailureKind::refused,
+                      options.source + " is in no format that can be imported",
+                      {"an export begins with 〈記号〉, {, or a row file, path, symbols",
+                       "an old-format file is Shift_JIS and has lines such as ［矢印］"});
+    }
     source.title = options.into.value_or(std::filesystem::path(options.source).stem().string());
     return source;
 }

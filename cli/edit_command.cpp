@@ -108,8 +108,7 @@ void write_sentences(const EditReport &report) {
     const std::filesystem::path place(report.path), backup(report.backup);
     const std::string target = deleted ? place.parent_path() / backup.filename() : place;
     std::cout << "to take it back: cp " << (deleted ? "-n " : "")
-              << printable(shell_word(report.backup)) << ' ' << printable(shell_word(target))
-              << '\n';
+              << printable(path_word(report.backup)) << ' ' << printable(path_word(target)) << '\n';
 }
 
 } // namespace

@@ -14,7 +14,7 @@ std::string words_of(const Advice &advice) {
         case Remedy::list_sets:
             return "'kigou files' lists the symbol files";
         case Remedy::show_tree:
-            return "name a title of it: 'kigou tree " + subject + "' shows them";
+            return "name a title of it: " + quoted_command("kigou tree " + subject) + " shows them";
         case Remedy::name_program_folder:
             return "name the directory of the symbol sets with --program-dir";
         case Remedy::name_own_folder:
@@ -30,9 +30,9 @@ std::string words_of(const Advice &advice) {
         case Remedy::add_title:
             return "or make one: kigou add " + subject + " TITLE";
         case Remedy::delete_set:
-            return "'kigou delete " + subject + "' deletes it";
+            return quoted_command("kigou delete " + subject) + " deletes it";
         case Remedy::check_file:
-            return "'kigou check " + subject + "' says what is wrong in it";
+            return quoted_command("kigou check " + subject) + " says what is wrong in it";
         case Remedy::mend_file:
             return "mend it in an editor until 'kigou check " + subject +
                    "' finds these lines no more, then give the command again";

@@ -38,6 +38,8 @@ constexpr const char *footer =
     "Exit status: 0 found or done, 1 nothing found, 2 misuse or failure,\n"
     "3 an import left something out.";
 
+constexpr std::size_t most_told = 3; // files of killed processes
+
 struct Invocation {
     Context context;
     Body body;
@@ -100,6 +102,8 @@ Failure misuse(const CLI::App &app, const CLI::ParseError &error) {
         const std::string word = no_command ? unknown.front() : app.remaining(true).front();
         if (!no_command) text = "what is " + word + "?";
         hints = did_you_mean(near_words(app, word));
+        if (hints.empty() && word.starts_with('-'))
+            hints.emplace_back("a word that begins with - stands behind --");
     }
     hints.emplace_back("'kigou --help' shows the commands, 'kigou COMMAND --help' their options");
     return {FailureKind::refused, text, hints};
@@ -113,6 +117,7 @@ void look_around(const Invocation &invocation) {
         complain("put " + title + " among your own sets, in " + directories.common);
     }
     if (invocation.command == &recover_command) return; // told of them already
+    std::size_t told = 0;
     for (const Leftover &leftover : sweep_leftovers(directories)) {
         if (!leftover.kept.empty()) {
             complain("an edit of " + leftover.title +
@@ -120,10 +125,12 @@ void look_around(const Invocation &invocation) {
             complain("  " + leftover.kept);
             continue;
         }
+        if (++told > most_told) continue;
         complain("a process that was killed left an edit of " + leftover.title +
                  " that is not saved; to keep it:");
-        complain("  kigou recover " + shell_word(leftover.path) + " --as NEW-TITLE");
+        complain("  kigou recover " + path_word(leftover.path) + " --as NEW-TITLE");
     }
+    if (told > most_told) complain(std::to_string(told - most_told) + " more were left");
 }
 
 Status run(CLI::App &app, Invocation &invocation, int argc, char **argv) {
@@ -158,7 +165,8 @@ Status run_reporting(int argc, char **argv) {
     Invocation invocation;
     CLI::App app("Shows and edits the symbol files of the symbol accessory.", "kigou");
     // A mistake in the options may keep the parser from ever seeing this one.
-    const bool json = std::find(argv, argv + argc, std::string_view("--json")) != argv + argc;
+    char **const end = std::find(argv, argv + argc, std::string_view("--"));
+    const bool json = std::find(argv, end, std::string_view("--json")) != end;
     try {
         return run(app, invocation, argc, argv);
     } catch (const Failure &failure) {

@@ -7,19 +7,14 @@
 
 namespace kigou {
 
-/** The text in quotation marks where a shell would take it apart. */
-inline std::string shell_word(std::string_view text) {
-    static constexpr std::string_view plain =
-        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_@%+=:,./-";
-    bool quoted = false;
-    std::string word;
-    for (const char byte : text) {
-        const bool japanese = static_cast<unsigned char>(byte) >= 0x80;
-        quoted = quoted || (!japanese && plain.find(byte) == std::string_view::npos);
-        word += byte == '\'' ? std::string("'\\''") : std::string(1, byte);
-    }
-    return quoted ? "'" + word + "'" : word;
-}
+/** The text, in quotation marks where a shell would take it apart. */
+std::string shell_word(std::string_view text);
+
+/** A path as such a word, which no command takes for an option. */
+std::string path_word(std::string_view path);
+
+/** A command in a sentence: between quotation marks, unless it has some itself. */
+std::string quoted_command(const std::string &command);
 
 } // namespace kigou
 

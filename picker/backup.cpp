@@ -1,6 +1,7 @@
 // backup.cpp - see backup.h.
 #include "picker/backup.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -49,6 +50,9 @@ Backup::Backup(const std::string &path, const std::string &title)
     if (stat(path.c_str(), &status) != 0) fail(path, copy_, errno);
     // One that is there is of a process that was killed behind its save: the newer backup.
     std::rename(fresh_.c_str(), copy_.c_str());
+    // A save replaces the file and a deletion removes a name: a second name keeps the bytes, also
+    // where there is no room for a copy.
+    if (linkat(AT_FDCWD, path.c_str(), AT_FDCWD, fresh_.c_str(), AT_SYMLINK_FOLLOW) == 0) return;
     const mode_t mode = (status.st_mode & 0777) | S_IWUSR;
     if (!write_new(fresh_, read_file(path).bytes, mode)) fail(path, copy_, EEXIST);
 }
@@ -64,7 +68,7 @@ std::string Backup::keep() {
 
 std::string keep_beside(const std::string &path, const std::string &title,
                         std::span<const unsigned char> bytes) {
-    const std::string copy = (folder_of(path) / ("unsaved-" + name_of(path, title))).string();
+    std::string copy = (folder_of(path) / ("unsaved-" + name_of(path, title))).string();
     unlink(copy.c_str());
     if (!write_new(copy, bytes, 0600)) fail(path, copy, EEXIST);
     return copy;

@@ -14,6 +14,21 @@ namespace {
 
 constexpr std::size_t most_data_of_a_file = 65534;
 constexpr std::size_t remark_shown = 20; // characters
+constexpr std::size_t most_named = 20;   // symbols of a line
+
+/** Some of what was found in a line, which may be long. */
+struct Named {
+    std::string text;
+    std::size_t count = 0;
+
+    void add(const std::string &one) {
+        if (++count <= most_named) text += one;
+    }
+    std::string told() const {
+        if (count <= most_named) return text;
+        return text + " and " + std::to_string(count - most_named) + " more";
+    }
+};
 
 class Checker {
   public:
@@ -261,27 +276,29 @@ class Checker {
             find(offset, "unterminated",
                  text + " stands among symbols: an end line is missing above");
         }
-        std::string outside, single, repeated;
+        Named outside, single, repeated;
         for (std::size_t i = 0; i + 1 < line.size(); i += 2) {
             const Sjis symbol{line[i], line[i + 1]};
             const std::string shown = to_utf8(symbol);
             const Repertoire repertoire = repertoire_of(symbol);
             if (line[i] < 0x80 || (line[i] >= 0xA0 && line[i] <= 0xDF)) {
-                single += shown;
+                single.add(shown);
             } else if (repertoire != Repertoire::jis_x_0208) {
-                outside += shown;
+                outside.add(shown);
             }
             const auto [first, fresh] = seen.emplace(symbol, line_of(offset));
-            if (!fresh) repeated += shown + " (line " + std::to_string(first->second) + ") ";
+            if (!fresh) {
+                repeated.add((repeated.text.empty() ? "" : " ") + shown + " (line " +
+                             std::to_string(first->second) + ")");
+            }
         }
-        if (!single.empty()) {
+        if (single.count != 0) {
             find(offset, "off_grid",
-                 "single-byte characters, two of them read as one symbol: " + single);
+                 "single-byte characters, two of them read as one symbol: " + single.told());
         }
-        if (!outside.empty()) find(offset, "outside", "not in JIS X 0208: " + outside);
-        if (!repeated.empty()) {
-            repeated.pop_back();
-            find(offset, "duplicate", "stands in this title already: " + repeated);
+        if (outside.count != 0) find(offset, "outside", "not in JIS X 0208: " + outside.told());
+        if (repeated.count != 0) {
+            find(offset, "duplicate", "stands in this title already: " + repeated.told());
         }
     }
 

@@ -21,9 +21,11 @@ namespace fs = std::filesystem;
 
 constexpr std::int64_t clock_doubt = 1000000000; // nanoseconds
 
-/** A file title for a while, as short as can be, so that every path fits that fitted before. */
+/** File titles for a while, as short as can be, so that every path fits that fitted before. */
+constexpr const char *stand_ins[] = {"仮", "替", "代", "写"};
+
 Title stand_in(const SetFiles &sets, const Title &title) {
-    for (const char *name : {"仮", "替", "代", "写"}) {
+    for (const char *name : stand_ins) {
         Title free = typed_title(name);
         if (free.sjis != title.sjis && !sets.find(free.sjis)) return free;
     }
@@ -45,6 +47,10 @@ Sjis with_title(Sjis text, const Title &title) {
 }
 
 } // namespace
+
+bool is_stand_in(const Title &title) {
+    return std::find(std::begin(stand_ins), std::end(stand_ins), title.text) != std::end(stand_ins);
+}
 
 std::string counted(std::size_t count, const std::string &noun) {
     return std::to_string(count) + " " + noun + (count == 1 ? "" : "s");
@@ -97,10 +103,10 @@ const Located &Edit::locate(const std::string &path) {
     return *located_;
 }
 
-const Located &Edit::open(
-    Title file) { // a copy: it may be one of the files that are looked at anew
-    located_.emplace(Located{Snapshot(sets_.get(file).path), 0});
-    if (lock_folder_of(*located_)) located_.emplace(Located{Snapshot(sets_.get(file).path), 0});
+const Located &Edit::open(const Title &file) {
+    const Title title = file; // it may be one of the files that are looked at anew
+    located_.emplace(Located{Snapshot(sets_.get(title).path), 0});
+    if (lock_folder_of(*located_)) located_.emplace(Located{Snapshot(sets_.get(title).path), 0});
     open_session();
     return *located_;
 }
@@ -113,6 +119,12 @@ void Edit::open_session() {
                      std::chrono::system_clock::now().time_since_epoch())
                      .count();
     refuse_standard_set();
+    if (snapshot.size() - 1 > most_titles) {
+        throw Failure(FailureKind::refused, title_.text + " cannot be changed: it has " +
+                                                std::to_string(snapshot.size() - 1) +
+                                                " titles of at most " +
+                                                std::to_string(most_titles));
+    }
     if (!is_writable(snapshot.path()) && title_.text != standard_title) {
         // The library opens for update alone. What is kept as another set can be a copy.
         if (as_) return replace_text(snapshot.text(), {});
@@ -146,16 +158,25 @@ void Edit::replace_text(const Sjis &text, std::vector<Change> changes) {
     scratch_.emplace();
     const fs::path folder = scratch_->path();
     const Title title = stand_in(sets_, title_);
-    write_new((folder / "set.kig").string(), disk_form(with_title(text, title)), 0600);
+    write_new((folder / scratch_file).string(), disk_form(with_title(text, title)), 0600);
     std::error_code error;
     for (const fs::directory_entry &file : fs::directory_iterator(directories_.program, error)) {
         const std::string name = file.path().filename().string();
-        if (name.find(".kig") == std::string::npos || name == "set.kig") continue;
+        if (name.find(".kig") == std::string::npos || name == scratch_file) continue;
         fs::create_symlink(fs::absolute(file.path()), folder / name, error);
     }
     session_.emplace(Directories{folder.string(), directories_.common, directories_.user});
-    session_->open(title);
-    session_->rename_title(title, title_);
+    try {
+        session_->open(title);
+        session_->rename_title(title, title_);
+    } catch (const LibraryFailure &failure) {
+        if (failure.message() == message_not_opened) throw;
+        throw Failure(FailureKind::refused,
+                      "the library does not take what " + title_.text + " would be",
+                      {"a set holds at most " + std::to_string(most_titles) +
+                       " titles, ten levels deep, with paths of at most " +
+                       std::to_string(most_path) + " bytes"});
+    }
     for (Change &change : changes) did(std::move(change));
     stop_if_asked(hooks_);
 }
@@ -246,8 +267,9 @@ EditReport delete_set(const Directories &directories, const Title &title,
                       }) > 1;
     if (options.dry_run) return report;
     const std::string folder = fs::path(set.path).parent_path().string();
-    if (!is_writable(folder)) {
-        throw Failure(FailureKind::failed, "cannot delete " + title.text, why_not_written(folder));
+    if (!is_writable(folder) || !is_writable(set.path)) {
+        throw Failure(FailureKind::failed, "cannot delete " + title.text,
+                      why_not_written(folder, set.path));
     }
     stop_if_asked(hooks);
     Backup backup(set.path, title.text);

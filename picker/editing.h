@@ -64,7 +64,7 @@ class Edit {
     const Located &locate(const std::string &path);
 
     /** Opens a file. @throws Failure (refused) for the standard set without options.as */
-    const Located &open(Title file);
+    const Located &open(const Title &file);
 
     /** Makes a new file instead of opening one. @throws Failure (refused) when it is taken */
     void create(const Title &file);
@@ -134,6 +134,9 @@ class Edit {
  */
 EditReport delete_set(const Directories &directories, const Title &title,
                       const EditOptions &options, const EditHooks &hooks);
+
+/** Whether a title is one that an import gives its working file at first. */
+bool is_stand_in(const Title &title);
 
 /** "1 symbol", "4 symbols". */
 std::string counted(std::size_t count, const std::string &noun);

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -19,12 +20,29 @@ constexpr std::chrono::milliseconds first_pause{1};
 constexpr std::chrono::milliseconds longest_pause{50};
 
 [[noreturn]] void fail(const std::string &path) {
+    if (errno == ELOOP) {
+        throw Failure(FailureKind::failed, "cannot lock " + path + ": it is a link; remove it");
+    }
     throw Failure(FailureKind::failed, "cannot lock " + path + ": " + std::strerror(errno));
 }
 
+/** Who may write in the folder may lock it, and nobody else. */
+mode_t lock_mode(const std::string &folder) {
+    struct stat status {};
+    if (stat(folder.c_str(), &status) != 0) return 0600;
+    return 0600 | ((status.st_mode & S_IWGRP) != 0 ? 0060 : 0) |
+           ((status.st_mode & S_IWOTH) != 0 ? 0006 : 0);
+}
+
 /** The lock file, made when it is missing; -1 where none is needed. */
-int open_lock(const std::string &path) {
-    int file = open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666);
+int open_lock(const std::string &folder, const std::string &path) {
+    constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK;
+    int file = open(path.c_str(), flags | O_CREAT | O_EXCL, 0600);
+    if (file >= 0) {
+        fchmod(file, lock_mode(folder));
+    } else if (errno == EEXIST) {
+        file = open(path.c_str(), flags);
+    }
     // One that another person made can be locked all the same.
     if (file < 0 && errno == EACCES) {
         file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
@@ -45,7 +63,7 @@ void stop_if_asked(const EditHooks &hooks) {
 FolderLock::FolderLock(const std::string &folder, const EditHooks &hooks) {
     if (folder.empty()) return;
     const std::string path = folder + "/" + lock_name;
-    file_ = open_lock(path);
+    file_ = open_lock(folder, path);
     if (file_ < 0) return;
     const auto end = std::chrono::steady_clock::now() + hooks.patience;
     auto pause = first_pause;

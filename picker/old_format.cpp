@@ -15,7 +15,7 @@ namespace kigou {
 namespace {
 
 constexpr std::size_t most_title_bytes = 14;
-constexpr std::size_t most_titles = 99;
+constexpr std::size_t most_old_titles = 99;
 constexpr std::size_t most_bytes = 32767;
 constexpr std::size_t key_count = 11;
 constexpr std::size_t symbols_per_key = 10;
@@ -41,9 +41,9 @@ class OldReader {
         }
         report_rest();
         if (file_.titles.empty()) fatal(0, "no line begins with a title such as ［矢印］");
-        if (file_.titles.size() > most_titles) {
+        if (file_.titles.size() > most_old_titles) {
             fatal(0, "the file has " + std::to_string(file_.titles.size()) + " titles of at most " +
-                         std::to_string(most_titles) + "; divide it");
+                         std::to_string(most_old_titles) + "; divide it");
         }
         return std::move(file_);
     }

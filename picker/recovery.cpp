@@ -19,6 +19,7 @@
 
 #include "picker/backup.h"
 #include "picker/disk_form.h"
+#include "picker/editing.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
 #include "picker/scratch_folder.h"
@@ -122,6 +123,7 @@ Recovered recover_save(const std::string &path) {
 std::optional<Leftover> judge(const fs::path &path, const Recovered &found, const SetFiles &sets) {
     const Leftover left{path.string(), found.title.text, {}};
     const SetFile *set = sets.find(found.title.sjis);
+    if (!set && is_stand_in(found.title)) return std::nullopt; // of an import, whose file is there
     if (!set) return left;
     const Snapshot saved(set->path);
     if (saved.text() == found.text) return std::nullopt;

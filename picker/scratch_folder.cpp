@@ -13,6 +13,7 @@
 
 #include "picker/directories.h"
 #include "picker/failure.h"
+#include "picker/file_bytes.h"
 
 namespace kigou {
 namespace {
@@ -59,7 +60,15 @@ void sweep_scratch_folders() {
         const bool own = fstat(lock, &status) == 0 && status.st_uid == geteuid();
         std::error_code ignored;
         if (own && status.st_mtime + youngest_leftover < std::time(nullptr)) {
-            fs::remove_all(entry->path(), ignored);
+            // What an edit puts there, and nothing else.
+            for (const fs::directory_entry &file : fs::directory_iterator(entry->path(), ignored)) {
+                const std::string name = file.path().filename().string();
+                if (file.is_symlink(ignored) || name == scratch_file ||
+                    name.starts_with(unfinished_prefix)) {
+                    unlink(file.path().c_str());
+                }
+            }
+            rmdir(entry->path().c_str());
         }
         close(lock);
     }

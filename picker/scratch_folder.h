@@ -23,6 +23,9 @@ class ScratchFolder {
     int lock_ = -1; /**< says that this process lives */
 };
 
+/** Name of the only file in one, beside links to the files of the program's folder. */
+inline constexpr const char *scratch_file = "set.kig";
+
 /** Seconds after which a file without an owner is one that was left behind. */
 inline constexpr std::time_t youngest_leftover = 3;
 

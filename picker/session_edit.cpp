@@ -113,6 +113,8 @@ void Session::save(const Title &file) {
     const int result = run(ACC_VKEY_FILE_SAVE);
     if (result == ACC_RET_OK) return;
     const std::string action = "cannot save " + file.text;
+    // Its message is that of the step before, if there is one.
+    if (result == ACC_RET_NOTFOUND) throw LibraryFailure(action, result, "");
     fail_to_write(action, result);
 }
 

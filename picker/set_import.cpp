@@ -58,8 +58,13 @@ class SetImport {
     /** @return false when the title, or one above it, cannot be made; then nothing is */
     bool make_parents(const SetBlock &block, const Title &path) {
         std::vector<Bytes> missing;
+        if (const auto reason = path_refusal(path)) {
+            left_out_.add(block.place,
+                          "the title " + shortened(path.text) + " with its symbols: " + *reason);
+            return false;
+        }
         for (Bytes one = path.sjis; !text_.has(one); one = above(one)) missing.push_back(one);
-        if (const auto reason = refusal(missing, path)) {
+        if (const auto reason = refusal(missing)) {
             left_out_.add(block.place, "the title " + path.text + " with its symbols: " + *reason);
             return false;
         }
@@ -71,15 +76,21 @@ class SetImport {
         return true;
     }
 
-    std::optional<std::string> refusal(const std::vector<Bytes> &missing, const Title &path) const {
-        for (auto one = missing.rbegin(); one != missing.rend(); ++one) {
-            const Bytes name = one->subspan(above(*one).size() + 2);
-            if (auto reason = title_refusal(title_of(name))) return reason;
-        }
+    /** What can be said of a path before its titles are looked at: it may be very long. */
+    std::optional<std::string> path_refusal(const Title &path) const {
         if (path.sjis.size() > most_path) return "the path is too long";
         const Bytes titles = Bytes(path.sjis).subspan(file_.sjis.size() + 2);
         if (level_of(title_of(titles).text, "") >= most_levels) {
             return "it is deeper than ten levels";
+        }
+        return std::nullopt;
+    }
+
+    std::optional<std::string> refusal(const std::vector<Bytes> &missing) const {
+        if (text_.titles() + missing.size() > most_titles) return "the set has all titles it can";
+        for (auto one = missing.rbegin(); one != missing.rend(); ++one) {
+            const Bytes name = one->subspan(above(*one).size() + 2);
+            if (auto reason = title_refusal(title_of(name))) return reason;
         }
         return std::nullopt;
     }

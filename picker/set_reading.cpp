@@ -2,8 +2,10 @@
 #include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
+#include <set>
 #include <utility>
 
+#include "picker/check.h"
 #include "picker/disk_form.h"
 #include "picker/failure.h"
 #include "picker/set_formats.h"
@@ -58,7 +60,8 @@ class Reader {
             set.blocks.push_back({read_title(path), {}, place});
             return true;
         } catch (const Failure &failure) {
-            leave_out(place, "the title " + path + " with its symbols: " + failure.what());
+            leave_out(place,
+                      "the title " + shortened(path) + " with its symbols: " + failure.what());
             return false;
         }
     }
@@ -103,7 +106,7 @@ void read_text(const std::vector<std::string> &lines, Reader &reader) {
             kept = reader.begin_block(line.substr(bracket, line.size() - 2 * bracket), place);
             state = before_data;
         } else if (!line.empty()) {
-            reader.leave_out(place, "'" + line + "' stands outside a block");
+            reader.leave_out(place, "'" + shortened(line) + "' stands outside a block");
         }
     }
     if (state != outside) {
@@ -124,7 +127,8 @@ void read_json_title(const nlohmann::json &title, const std::string &place, Read
     if (!reader.begin_block(*path, place)) return;
     const auto lines = title.find("lines");
     if (lines == title.end() || !lines->is_array()) {
-        return reader.leave_out(place, R"(the symbols of )" + *path + R"(: "lines" is no list)");
+        return reader.leave_out(
+            place, R"(the symbols of )" + shortened(*path) + R"(: "lines" is no list)");
     }
     std::size_t number = 0;
     for (const nlohmann::json &line : *lines) {
@@ -145,13 +149,27 @@ void read_json_title(const nlohmann::json &title, const std::string &place, Read
 
 void read_json(const std::string &text, Reader &reader) {
     nlohmann::json json;
+    std::vector<std::set<std::string>> keys; // of the objects that are open
+    std::string twice;
+    const auto note = [&](int, nlohmann::json::parse_event_t event, nlohmann::json &parsed) {
+        using Event = nlohmann::json::parse_event_t;
+        if (event == Event::object_start) keys.emplace_back();
+        if (event == Event::object_end) keys.pop_back();
+        if (event == Event::key && !keys.back().insert(parsed.get<std::string>()).second) {
+            twice = parsed.get<std::string>();
+        }
+        return true;
+    };
     try {
-        json = nlohmann::json::parse(text);
+        json = nlohmann::json::parse(text, note);
     } catch (const nlohmann::json::parse_error &error) {
         const auto before = std::string_view(text).substr(0, error.byte);
         refuse_json("it breaks off or has a mistake in line " +
                     std::to_string(1 + std::count(before.begin(), before.end(), '\n')));
+    } catch (const nlohmann::json::exception &) {
+        refuse_json("it has a number that is too large");
     }
+    if (!twice.empty()) refuse_json("\"" + shortened(twice) + "\" stands twice in one object");
     const std::string *file = text_of(json, "file");
     if (!file) refuse_json(R"(it has no "file" that is a text)");
     const auto titles = json.find("titles");
@@ -180,7 +198,8 @@ void read_table(std::string_view text, char comma, Reader &reader) {
             reader.set.file = read_title(file);
         }
         if (row->cells[0] != file) {
-            reader.leave_out(place, "it is a row of " + row->cells[0] + ", not of " + file);
+            reader.leave_out(place, "it is a row of " + shortened(row->cells[0]) + ", not of " +
+                                        shortened(file));
             continue;
         }
         if (path.empty()) { // a file without titles has one such row
@@ -195,6 +214,17 @@ void read_table(std::string_view text, char comma, Reader &reader) {
         if (!kept || first_row_empty) continue;
         if (symbols.empty()) reader.add_line("", place);
         for (const std::string &line : lines_of(symbols)) reader.add_line(line, place);
+    }
+}
+
+/** What a person may have meant, and what stands where no title has it. */
+void report_damage(Bytes bytes, Reader &reader) {
+    static const std::set<std::string> harm{"unterminated", "outside_titles", "nul",
+                                            "cr",           "encoding",       "off_grid"};
+    for (const Finding &finding : check_symbol_file(Sjis(bytes.begin(), bytes.end())).findings) {
+        if (harm.contains(finding.kind)) {
+            reader.leave_out(line_number(finding.line), finding.text);
+        }
     }
 }
 
@@ -251,6 +281,7 @@ SymbolSet read_set(Bytes bytes, Format format, LeftOutList &left_out) {
     Reader reader(left_out);
     if (format == Format::kig) {
         read_symbol_file(bytes, reader);
+        report_damage(bytes, reader);
         return std::move(reader.set);
     }
     const std::string text = utf8_of_file(bytes);

@@ -22,6 +22,9 @@ class SetText {
     /** The text of a file without titles. */
     explicit SetText(const Title &file);
 
+    /** How many titles there are, the file itself not counted. */
+    std::size_t titles() const { return pieces_.size() - 1; }
+
     /** Whether there is a title of that full path; the file itself is one. */
     bool has(std::span<const unsigned char> path) const;
 

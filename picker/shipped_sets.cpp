@@ -73,7 +73,7 @@ std::vector<std::string> provide_shipped_sets(const Directories &directories,
     std::sort(sets.begin(), sets.end());
     const std::string memory = (fs::path(state) / "shipped-sets").string();
     const auto line_of = [&](const fs::path &set) {
-        return fs::absolute(directories.common).string() + "\t" + set.filename().string();
+        return fs::absolute(directories.common, error).string() + "\t" + set.filename().string();
     };
     std::set<std::string> known = lines_of_file(memory);
     if (std::all_of(sets.begin(), sets.end(),

@@ -14,6 +14,7 @@ namespace {
 
 constexpr std::size_t refusals_told = 20;
 constexpr std::size_t longest_piece = 65536; // of a line that is read at once
+constexpr std::size_t most_input = 64 << 20; // bytes of text
 
 constexpr std::u32string_view katakana =
     U"。「」、・ヲァィゥェォャュョッーアイウエオカキクケコサシスセソタチツテトナニヌネノ"
@@ -198,6 +199,12 @@ void TypedSymbols::add_word(const std::string &word, const std::string &place) {
 }
 
 void TypedSymbols::add_text(std::string_view piece) {
+    bytes_ += piece.size();
+    if (bytes_ > most_input) {
+        throw Failure(FailureKind::refused, "the input does not end: more than " +
+                                                std::to_string(most_input) +
+                                                " bytes cannot be the symbols of a title");
+    }
     rest_ += piece;
     std::string_view text = rest_;
     for (auto end = text.find('\n'); end != text.npos; end = text.find('\n')) {

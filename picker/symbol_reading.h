@@ -86,7 +86,7 @@ class TypedSymbols {
     std::vector<Sjis> words_;
     Sjis data_;
     std::string rest_; /**< of the text, not yet read */
-    std::size_t line_ = 1, column_ = 0;
+    std::size_t line_ = 1, column_ = 0, bytes_ = 0;
     bool line_has_symbols_ = false;
 };
 

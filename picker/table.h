@@ -18,6 +18,7 @@ struct TableRow {
  * Rows of a table. With commas a cell may stand in quotation marks, and then hold commas, line
  * ends, and quotation marks that are doubled (RFC 4180).
  * @param comma  ',' or a tab
+ * @throws Failure (refused) for a quotation mark that is not closed
  */
 std::vector<TableRow> rows_of(std::string_view text, char comma);
 

@@ -238,6 +238,14 @@ std::string unicode_names(std::string_view utf8) {
     return names;
 }
 
+std::string shortened(std::string_view utf8) {
+    constexpr std::size_t shown = 60;
+    if (utf8.size() <= shown) return std::string(utf8);
+    std::size_t end = shown;
+    while (end > 0 && (static_cast<unsigned char>(utf8[end]) & 0xC0) == 0x80) --end;
+    return std::string(utf8.substr(0, end)) + "...";
+}
+
 std::string utf8_of_file(std::span<const unsigned char> bytes) {
     const auto starts = [&](std::initializer_list<unsigned char> mark) {
         return bytes.size() >= mark.size() && std::equal(mark.begin(), mark.end(), bytes.begin());
@@ -261,6 +269,8 @@ std::string utf8_of_file(std::span<const unsigned char> bytes) {
             text += to_utf8(is_low ? replacement_character : unit);
         }
     }
+    // Half a pair, or half a unit, is no character.
+    if (high != 0 || bytes.size() % 2 != 0) text += to_utf8(replacement_character);
     return text;
 }
 

@@ -57,6 +57,9 @@ std::u32string to_characters(std::string_view utf8);
 /** UTF-8 of one character. */
 std::string to_utf8(char32_t character);
 
+/** The beginning of a text that may be long, for a message. */
+std::string shortened(std::string_view utf8);
+
 /** UTF-8 of a text file: UTF-8 with or without a byte order mark, or UTF-16 with one. */
 std::string utf8_of_file(std::span<const unsigned char> bytes);
 

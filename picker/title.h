@@ -28,6 +28,9 @@ inline constexpr std::string_view separator = "／";
 /** Titles in a path, the file's own included: one for each list box. */
 inline constexpr std::size_t most_levels = 10;
 
+/** Titles of a file that the library opens. */
+inline constexpr std::size_t most_titles = 32766;
+
 /** Bytes of a full path, the file title included. */
 inline constexpr std::size_t most_path = 514;
 
