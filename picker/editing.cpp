@@ -104,7 +104,7 @@ const Located &Edit::locate(const std::string &path) {
 }
 
 const Located &Edit::open(const Title &file) {
-    const Title title = file; // it may be one of the files that are looked at anew
+    const Title title{file.sjis, file.text}; // it may be one of the files looked at anew
     located_.emplace(Located{Snapshot(sets_.get(title).path), 0});
     if (lock_folder_of(*located_)) located_.emplace(Located{Snapshot(sets_.get(title).path), 0});
     open_session();
