@@ -42,6 +42,13 @@ fs::path folder_of(const std::string &path) {
     return folder;
 }
 
+/** Renames a file. Of two names of one file the system would keep both. */
+bool move(const std::string &from, const std::string &to) {
+    if (std::rename(from.c_str(), to.c_str()) != 0) return false;
+    unlink(from.c_str());
+    return true;
+}
+
 } // namespace
 
 Backup::Backup(const std::string &path, const std::string &title)
@@ -49,7 +56,7 @@ Backup::Backup(const std::string &path, const std::string &title)
     struct stat status {};
     if (stat(path.c_str(), &status) != 0) fail(path, copy_, errno);
     // One that is there is of a process that was killed behind its save: the newer backup.
-    std::rename(fresh_.c_str(), copy_.c_str());
+    move(fresh_, copy_);
     // A save replaces the file and a deletion removes a name: a second name keeps the bytes, also
     // where there is no room for a copy.
     if (linkat(AT_FDCWD, path.c_str(), AT_FDCWD, fresh_.c_str(), AT_SYMLINK_FOLLOW) == 0) return;
@@ -63,7 +70,7 @@ Backup::~Backup() {
 
 std::string Backup::keep() {
     kept_ = true; // under one name or the other
-    return std::rename(fresh_.c_str(), copy_.c_str()) == 0 ? copy_ : fresh_;
+    return move(fresh_, copy_) ? copy_ : fresh_;
 }
 
 std::string keep_beside(const std::string &path, const std::string &title,
