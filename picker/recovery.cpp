@@ -161,9 +161,10 @@ void Recovered::rename(const Title &other) {
 }
 
 Recovered recover(const std::string &path) {
-    const Sjis bytes = read_file(path).bytes;
-    if (fs::path(path).filename().string().starts_with(unfinished_prefix))
+    if (fs::path(path).filename().string().starts_with(unfinished_prefix)) {
         return recover_save(path);
+    }
+    const Sjis bytes = read_file(path).bytes;
     Recovered recovered;
     if (auto text = text_behind_header(bytes)) {
         recovered.text = std::move(*text);

@@ -112,9 +112,6 @@ class Session {
     /** Path of the open file on disk; empty for a new one. */
     const std::string &opened() const { return opened_; }
 
-    /** The working file of the open file, as path bytes. */
-    std::string working_file() const;
-
   private:
     struct ListBuffers {
         std::vector<unsigned char> level, list, attributes, item_info;

@@ -126,8 +126,4 @@ void Session::delete_file(const Title &file) {
     }
 }
 
-std::string Session::working_file() const {
-    return reinterpret_cast<const char *>(g_tAccFile[1].ucFullName);
-}
-
 } // namespace kigou

@@ -33,7 +33,7 @@ class SetImport {
         if (existed) {
             text_.set_data(path.sjis, std::move(bytes));
         } else {
-            text_.add(title_of(above(path.sjis)), path.sjis, std::move(bytes));
+            text_.add(title_of(above(path.sjis, file_.sjis.size())), path.sjis, std::move(bytes));
         }
         changes_.push_back({.kind = existed ? ChangeKind::appended : ChangeKind::added,
                             .path = path.text,
@@ -48,13 +48,6 @@ class SetImport {
         std::size_t symbols; /**< that are new */
     };
 
-    /** Full path of what stands above a title. */
-    Bytes above(Bytes path) const {
-        const std::size_t file_bytes = file_.sjis.size();
-        const Bytes titles = parent_of(path.subspan(file_bytes + 2));
-        return path.first(titles.empty() ? file_bytes : file_bytes + 2 + titles.size());
-    }
-
     /** @return false when the title, or one above it, cannot be made; then nothing is */
     bool make_parents(const SetBlock &block, const Title &path) {
         std::vector<Bytes> missing;
@@ -63,13 +56,14 @@ class SetImport {
                           "the title " + shortened(path.text) + " with its symbols: " + *reason);
             return false;
         }
-        for (Bytes one = path.sjis; !text_.has(one); one = above(one)) missing.push_back(one);
+        for (Bytes one = path.sjis; !text_.has(one); one = above(one, file_.sjis.size()))
+            missing.push_back(one);
         if (const auto reason = refusal(missing)) {
             left_out_.add(block.place, "the title " + path.text + " with its symbols: " + *reason);
             return false;
         }
         for (auto one = missing.rbegin(); one + 1 != missing.rend(); ++one) {
-            text_.add(title_of(above(*one)), *one, {});
+            text_.add(title_of(above(*one, file_.sjis.size())), *one, {});
             changes_.push_back(
                 {.kind = ChangeKind::added, .path = title_of(*one).text, .above_others = true});
         }
@@ -89,7 +83,7 @@ class SetImport {
     std::optional<std::string> refusal(const std::vector<Bytes> &missing) const {
         if (text_.titles() + missing.size() > most_titles) return "the set has all titles it can";
         for (auto one = missing.rbegin(); one != missing.rend(); ++one) {
-            const Bytes name = one->subspan(above(*one).size() + 2);
+            const Bytes name = one->subspan(above(*one, file_.sjis.size()).size() + 2);
             if (auto reason = title_refusal(title_of(name))) return reason;
         }
         return std::nullopt;

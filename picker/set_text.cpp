@@ -71,11 +71,9 @@ SetText::SetText(const Snapshot &snapshot) : file_bytes_(snapshot.path_of(0).siz
 /** A block that stands behind all others of its parent. */
 void SetText::note(Bytes path, Place place) {
     nodes_.emplace(key_of(path), Node{place, place});
-    // The file title is stepped over: it may hold a separator, or end in half a character.
-    for (Bytes above = path; above.size() > file_bytes_;) {
-        const Bytes titles = parent_of(above.subspan(std::min(file_bytes_ + 2, above.size())));
-        above = path.first(titles.empty() ? file_bytes_ : file_bytes_ + 2 + titles.size());
-        if (const auto node = nodes_.find(key_of(above)); node != nodes_.end()) {
+    for (Bytes parent = path; parent.size() > file_bytes_;) {
+        parent = above(parent, file_bytes_);
+        if (const auto node = nodes_.find(key_of(parent)); node != nodes_.end()) {
             node->second.last = place;
         }
     }

@@ -79,22 +79,19 @@ void Snapshot::parse() {
     for (std::size_t i = 1; i < entries_.size(); ++i) {
         // A title line may hold more than the path, and a path may end in a separator.
         const auto parent = parent_in_file(entries_[i].path);
-        const auto above = parent ? find(*parent) : std::nullopt;
-        if (above && level(i) == level(*above) + 1) entries_[*above].children.push_back(i);
+        const auto owner = parent ? find(*parent) : std::nullopt;
+        if (owner && level(i) == level(*owner) + 1) entries_[*owner].children.push_back(i);
     }
 }
 
 /** Full path of what stands above a title; nothing for a title without a name. */
 std::optional<std::span<const unsigned char>> Snapshot::parent_in_file(
     std::span<const unsigned char> path) const {
-    // The file title is stepped over: it may hold a separator, or end in half a character.
     const std::size_t file_bytes = entries_.front().path.size();
-    const auto titles = path.subspan(file_bytes + 2);
-    const auto parent = parent_of(titles);
-    if (titles.empty() || (!parent.empty() && parent.size() + 2 == titles.size())) {
-        return std::nullopt;
-    }
-    return path.first(parent.empty() ? file_bytes : file_bytes + 2 + parent.size());
+    const auto parent = above(path, file_bytes);
+    // What stands behind the parent and its separator is the name.
+    if (path.size() <= parent.size() + 2) return std::nullopt;
+    return parent;
 }
 
 std::span<const unsigned char> Snapshot::path_of(std::size_t number) const {

@@ -99,6 +99,12 @@ std::span<const unsigned char> parent_of(std::span<const unsigned char> path) {
     return path.first(cut);
 }
 
+std::span<const unsigned char> above(std::span<const unsigned char> path, std::size_t file_bytes) {
+    const std::size_t titles_at = std::min(file_bytes + separator_bytes.size(), path.size());
+    const auto titles = parent_of(path.subspan(titles_at));
+    return path.first(titles.empty() ? file_bytes : titles_at + titles.size());
+}
+
 std::size_t level_of(std::string_view path, std::string_view file) {
     std::size_t level = 1;
     for (auto at = path.find(separator, file.size()); at != std::string_view::npos;

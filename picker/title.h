@@ -52,6 +52,14 @@ bool lies_below(std::span<const unsigned char> path, std::span<const unsigned ch
 /** The path above; empty for a path without a separator. Shift_JIS aware. */
 std::span<const unsigned char> parent_of(std::span<const unsigned char> path);
 
+/**
+ * Full path of what stands above a title of a file. The file title is stepped over: it may hold
+ * a separator, or end in half a character that would eat the next one.
+ * @param path        full path of a title
+ * @param file_bytes  length of the file title
+ */
+std::span<const unsigned char> above(std::span<const unsigned char> path, std::size_t file_bytes);
+
 /** Level of a path of a file: 1 for the file itself, 2 for a title of the first level. */
 std::size_t level_of(std::string_view path, std::string_view file);
 
