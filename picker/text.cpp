@@ -1,12 +1,14 @@
-// text.cpp - see text.h. One character at a time goes through iconv: the texts are short,
-// and so an undefined one never takes its neighbours with it. Each thread has converters of
-// its own.
+// text.cpp - see text.h. One character at a time goes through iconv, so that an undefined one
+// never takes its neighbours with it; what it made of a pair of Shift_JIS is kept. Each thread
+// has converters of its own.
 #include "picker/text.h"
 
 #include <iconv.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <optional>
 
@@ -52,10 +54,6 @@ std::string_view as_chars(std::span<const unsigned char> bytes) {
     return {reinterpret_cast<const char *>(bytes.data()), bytes.size()};
 }
 
-std::string as_string(const Sjis &bytes) {
-    return std::string(as_chars(bytes));
-}
-
 bool is_lead(unsigned char byte) {
     return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
 }
@@ -70,42 +68,6 @@ bool is_half_width_katakana(unsigned char byte) {
 
 bool is_euc_pair(const Sjis &euc) {
     return euc.size() == 2 && euc[0] >= 0xA1 && euc[0] <= 0xFE && euc[1] >= 0xA1 && euc[1] <= 0xFE;
-}
-
-struct Decoded {
-    Repertoire repertoire = Repertoire::none;
-    std::string utf8;
-};
-
-/** Both bytes of the pair are in range. */
-Decoded decode_pair(unsigned char lead, unsigned char trail) {
-    static thread_local Converter from_euc("UTF-8", "EUC-JP");
-    static thread_local Converter from_vendor("UTF-8", "CP932");
-    const std::array<unsigned char, 2> pair{lead, trail};
-    const Sjis euc = disk_form(pair);
-    if (is_euc_pair(euc)) {
-        if (const auto utf8 = from_euc.convert(as_chars(euc))) {
-            return {Repertoire::jis_x_0208, as_string(*utf8)};
-        }
-    }
-    if (const auto utf8 = from_vendor.convert(as_chars(pair))) {
-        return {Repertoire::vendor, as_string(*utf8)};
-    }
-    return {};
-}
-
-/** The double-byte code of a character beyond ASCII; nothing when there is none. */
-std::optional<Sjis> encode_pair(char32_t character) {
-    static thread_local Converter to_euc("EUC-JP", "UTF-8");
-    static thread_local Converter to_vendor("CP932", "UTF-8");
-    // Both converters would make these two an ASCII byte.
-    if (character == 0x00A5) character = 0xFFE5;
-    if (character == 0x203E) character = 0xFFE3;
-    const std::string utf8 = to_utf8(character);
-    if (const auto euc = to_euc.convert(utf8); euc && is_euc_pair(*euc)) return text_form(*euc);
-    auto vendor = to_vendor.convert(utf8);
-    if (vendor && vendor->size() == 2) return vendor;
-    return std::nullopt;
 }
 
 /** Reads one character at offset and steps past it; nothing (and one byte) when malformed. */
@@ -135,6 +97,61 @@ std::optional<char32_t> next_character(std::string_view utf8, std::size_t &offse
     }
     offset += length;
     return character;
+}
+
+struct Decoded {
+    Repertoire repertoire = Repertoire::none;
+    char32_t character = replacement_character;
+};
+
+/** Both bytes of the pair are in range. */
+Decoded convert_pair(const std::array<unsigned char, 2> &pair) {
+    static thread_local Converter from_euc("UTF-8", "EUC-JP");
+    static thread_local Converter from_vendor("UTF-8", "CP932");
+    const auto decoded = [](Repertoire repertoire, const Sjis &utf8) -> Decoded {
+        std::size_t offset = 0;
+        return {repertoire, next_character(as_chars(utf8), offset).value_or(replacement_character)};
+    };
+    const Sjis euc = disk_form(pair);
+    if (is_euc_pair(euc)) {
+        if (const auto utf8 = from_euc.convert(as_chars(euc))) {
+            return decoded(Repertoire::jis_x_0208, *utf8);
+        }
+    }
+    if (const auto utf8 = from_vendor.convert(as_chars(pair))) {
+        return decoded(Repertoire::vendor, *utf8);
+    }
+    return {};
+}
+
+/** The same, and asked only once: a converter takes a hundred times as long as a look-up. */
+Decoded decode_pair(unsigned char lead, unsigned char trail) {
+    constexpr unsigned repertoire_shift = 24; // above every character
+    constexpr std::uint32_t asked = 1U << 31;
+    static std::array<std::atomic<std::uint32_t>, 0x10000> known{};
+    std::atomic<std::uint32_t> &slot = known[static_cast<std::size_t>(lead << 8 | trail)];
+    std::uint32_t value = slot.load(std::memory_order_relaxed);
+    if (value == 0) {
+        const Decoded decoded = convert_pair({lead, trail});
+        value = asked | static_cast<std::uint32_t>(decoded.repertoire) << repertoire_shift |
+                decoded.character;
+        slot.store(value, std::memory_order_relaxed);
+    }
+    return {static_cast<Repertoire>((value & ~asked) >> repertoire_shift), value & 0x1FFFFF};
+}
+
+/** The double-byte code of a character beyond ASCII; nothing when there is none. */
+std::optional<Sjis> encode_pair(char32_t character) {
+    static thread_local Converter to_euc("EUC-JP", "UTF-8");
+    static thread_local Converter to_vendor("CP932", "UTF-8");
+    // Both converters would make these two an ASCII byte.
+    if (character == 0x00A5) character = 0xFFE5;
+    if (character == 0x203E) character = 0xFFE3;
+    const std::string utf8 = to_utf8(character);
+    if (const auto euc = to_euc.convert(utf8); euc && is_euc_pair(*euc)) return text_form(*euc);
+    auto vendor = to_vendor.convert(utf8);
+    if (vendor && vendor->size() == 2) return vendor;
+    return std::nullopt;
 }
 
 std::string hex(const char *format, unsigned value) {
@@ -175,9 +192,7 @@ std::string to_utf8(std::span<const unsigned char> sjis) {
         } else if (is_half_width_katakana(byte)) {
             utf8 += to_utf8(static_cast<char32_t>(0xFF61 + byte - 0xA1));
         } else if (is_lead(byte) && i + 1 < sjis.size() && is_trail(sjis[i + 1])) {
-            const Decoded decoded = decode_pair(byte, sjis[++i]);
-            utf8 += decoded.repertoire == Repertoire::none ? to_utf8(replacement_character)
-                                                           : decoded.utf8;
+            utf8 += to_utf8(decode_pair(byte, sjis[++i]).character);
         } else {
             utf8 += to_utf8(replacement_character);
         }
