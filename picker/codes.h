@@ -3,8 +3,10 @@
 #define KIGOU_PICKER_CODES_H
 
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "picker/text.h"
 
@@ -22,14 +24,33 @@ struct SymbolCodes {
 /** @param symbol  a unit of a block: two bytes, or one where the block ends in its middle */
 SymbolCodes codes_of(const Sjis &symbol);
 
+/** What a typed code means. */
+struct TypedCode {
+    std::string label;     /**< "k:1-78", "U+2103", "j:216E", "s:818E" or "e:A1EE" */
+    Sjis symbol{};         /**< two bytes, with a character or without; one for a single-byte one */
+    std::string refusal{}; /**< why no symbol can have the code, and then there is none */
+};
+
 /**
- * The bytes that a code names: U+301C (Unicode; one byte for a single-byte character), 1-33
- * (kuten, a row and a cell of JIS X 0208) or 0x8160 (Shift_JIS), letters in either case.
+ * The meanings of a word as a code, letters in either case. One with its kind has one: 1-78 or
+ * k:1-78 (kuten, a row and a cell of JIS X 0208), U+2103 (Unicode), 0x818E or s:818E
+ * (Shift_JIS), j:216E (JIS, without the escape sequences), e:A1EE (EUC-JP). Four hexadecimal
+ * digits alone have each under which a character stands; among them four decimal ones as kuten.
  *
- * @return nothing for a word that is no code
- * @throws Failure (refused) for a row or a cell beyond 94, and for Unicode that Shift_JIS lacks
+ * @return none for a word that is no code
+ */
+std::vector<TypedCode> meanings_of(std::string_view word);
+
+/**
+ * The bytes that a code with its kind names, as above.
+ * @return nothing for a word that is no such code
+ * @throws Failure (refused) when no symbol can have it
  */
 std::optional<Sjis> symbol_of_code(std::string_view word);
+
+/** A pair of bytes as one number, and back. */
+unsigned short code_of(std::span<const unsigned char, 2> pair);
+Sjis pair_of(unsigned short code);
 
 /** A number of digits alone, to that base; nothing for any other text, or too large a number. */
 std::optional<unsigned> number_of(std::string_view digits, int base);
