@@ -160,7 +160,7 @@ std::vector<TypedCode> meanings_of(std::string_view word) {
     std::vector<TypedCode> meanings{by_jis(*code), by_sjis(*code), by_euc(*code),
                                     by_unicode(*code)};
     if (const auto digits = number_of(word, 10)) {
-        meanings.insert(meanings.begin(), by_kuten(*digits / 100, *digits % 100));
+        meanings.push_back(by_kuten(*digits / 100, *digits % 100));
     }
     std::erase_if(meanings, [](const TypedCode &meaning) {
         return repertoire_of(meaning.symbol) == Repertoire::none;
