@@ -102,11 +102,12 @@ Body declare(Arguments &arguments) {
 
 } // namespace
 
-const Command show_command{"show", "Show names, readings, codes and look-alikes of symbols, and where they stand",
-                           "  kigou show →\n"
-                           "  kigou show 〜※ 1-1 0x8740 U+2015\n"
-                           "  kigou show 〒 --file 標準の記号 --json\n"
-                           "  kigou show →← -f '%(symbol) %(kuten) %(name)'",
-                           declare};
+const Command show_command{
+    "show", "Show names, readings, codes and look-alikes of symbols, and where they stand",
+    "  kigou show →\n"
+    "  kigou show 〜※ 1-1 0x8740 U+2015\n"
+    "  kigou show 〒 --file 標準の記号 --json\n"
+    "  kigou show →← -f '%(symbol) %(kuten) %(name)'",
+    declare};
 
 } // namespace kigou

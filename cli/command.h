@@ -30,7 +30,9 @@ struct Command {
 extern const Command files_command;
 extern const Command tree_command;
 extern const Command list_command;
-extern const Command info_command;
+extern const Command find_command;
+extern const Command show_command;
+extern const Command print_command;
 extern const Command new_command;
 extern const Command add_command;
 extern const Command rename_command;

@@ -22,10 +22,11 @@
 namespace kigou {
 namespace {
 
-const std::array commands{&files_command,  &tree_command,  &list_command,   &info_command,
-                          &new_command,    &add_command,   &rename_command, &rm_command,
-                          &put_command,    &copy_command,  &delete_command, &export_command,
-                          &import_command, &check_command, &recover_command};
+const std::array commands{&files_command,  &tree_command,   &list_command,   &find_command,
+                          &show_command,   &print_command,  &new_command,    &add_command,
+                          &rename_command, &rm_command,     &put_command,    &copy_command,
+                          &delete_command, &export_command, &import_command, &check_command,
+                          &recover_command};
 
 constexpr const char *footer =
     "Examples:\n"

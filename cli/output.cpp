@@ -14,6 +14,17 @@ namespace kigou {
 namespace {
 
 constexpr std::size_t usual_columns = 80;
+constexpr std::size_t gap = 2; // columns between two of a table
+
+/** Whether the terminal takes a command for the next column. */
+bool terminal_places() {
+    const char *terminal = std::getenv("TERM");
+    return terminal && std::string_view(terminal) != "dumb";
+}
+
+std::string to_column(std::size_t column) {
+    return "\033[" + std::to_string(column + 1) + "G";
+}
 
 } // namespace
 
@@ -55,14 +66,36 @@ void write_grid(const std::vector<std::string> &cells, std::size_t terminal_colu
     std::size_t width = 2;
     for (const std::string &cell : cells) width = std::max(width, display_width(cell));
     const std::size_t a_row = std::max<std::size_t>(1, terminal_columns / (width + 1));
-    const char *terminal = std::getenv("TERM");
-    const bool places = terminal && std::string_view(terminal) != "dumb";
+    const bool places = terminal_places();
     for (std::size_t i = 0; i < cells.size(); ++i) {
         const std::size_t column = i % a_row;
-        if (column != 0 && places) std::cout << "\033[" << column * (width + 1) + 1 << 'G';
+        if (column != 0 && places) std::cout << to_column(column * (width + 1));
         const bool last = column + 1 == a_row || i + 1 == cells.size();
         std::cout << (last || places ? cells[i] : padded(cells[i], width + 1));
         if (last) std::cout << '\n';
+    }
+}
+
+void write_table(const std::vector<std::vector<std::string>> &lines) {
+    const bool in_columns = terminal_columns().has_value(), places = terminal_places();
+    std::vector<std::size_t> widths;
+    for (const auto &cells : lines) {
+        widths.resize(std::max(widths.size(), cells.size()));
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            widths[i] = std::max(widths[i], display_width(cells[i]));
+        }
+    }
+    for (const auto &cells : lines) {
+        std::size_t column = 0;
+        for (std::size_t i = 0; i < cells.size(); ++i) {
+            const bool last = i + 1 == cells.size();
+            if (in_columns && places && column != 0) std::cout << to_column(column);
+            std::cout << (in_columns && !places && !last ? padded(cells[i], widths[i] + gap)
+                                                         : cells[i]);
+            if (!in_columns && !last) std::cout << '\t';
+            column += widths[i] + gap;
+        }
+        std::cout << '\n';
     }
 }
 

@@ -33,6 +33,12 @@ std::optional<std::size_t> terminal_columns();
  */
 void write_grid(const std::vector<std::string> &cells, std::size_t terminal_columns);
 
+/**
+ * Writes lines of cells: on a terminal in columns, each cell placed as by write_grid, else with
+ * tabs between.
+ */
+void write_table(const std::vector<std::vector<std::string>> &lines);
+
 /** Writes a line to the error output, "kigou: " first. */
 void complain(std::string_view text);
 

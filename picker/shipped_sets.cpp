@@ -12,8 +12,8 @@
 
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
-#include "picker/set_files.h"
 #include "picker/snapshot.h"
+#include "picker/symbol_data.h"
 
 namespace kigou {
 namespace {
@@ -50,6 +50,17 @@ void replace_file(const std::string &path, const std::set<std::string> &lines) {
     if (std::rename(fresh.c_str(), path.c_str()) != 0) unlink(fresh.c_str());
 }
 
+std::vector<fs::path> shipped_sets(const Directories &directories) {
+    std::error_code error;
+    std::vector<fs::path> sets;
+    for (fs::directory_iterator set(fs::path(directories.program) / "sets", error), end;
+         !error && set != end; set.increment(error)) {
+        if (set->path().extension() == ".kig") sets.push_back(set->path());
+    }
+    std::sort(sets.begin(), sets.end());
+    return sets;
+}
+
 /** Copies one set. @return its title; nothing when a set has that title or that name */
 std::optional<std::string> provide(const fs::path &shipped, const Directories &directories) {
     const Snapshot snapshot(shipped.string());
@@ -65,12 +76,7 @@ std::vector<std::string> provide_shipped_sets(const Directories &directories,
                                               const std::string &state, const EditHooks &hooks) {
     std::vector<std::string> titles;
     std::error_code error;
-    std::vector<fs::path> sets;
-    for (fs::directory_iterator set(fs::path(directories.program) / "sets", error), end;
-         !error && set != end; set.increment(error)) {
-        if (set->path().extension() == ".kig") sets.push_back(set->path());
-    }
-    std::sort(sets.begin(), sets.end());
+    const std::vector<fs::path> sets = shipped_sets(directories);
     const std::string memory = (fs::path(state) / "shipped-sets").string();
     const auto line_of = [&](const fs::path &set) {
         return fs::absolute(directories.common, error).string() + "\t" + set.filename().string();
@@ -94,6 +100,21 @@ std::vector<std::string> provide_shipped_sets(const Directories &directories,
         // A home that cannot be written gets no copies; what is asked for goes on.
     }
     return titles;
+}
+
+std::optional<SetFile> shipped_set_with(const Directories &directories, const Sjis &symbol) {
+    for (const fs::path &path : shipped_sets(directories)) {
+        try {
+            const Snapshot snapshot(path.string());
+            for (std::size_t number = 1; number < snapshot.size(); ++number) {
+                if (!missing_from(snapshot.data(number), {symbol}).empty()) continue;
+                return SetFile{snapshot.file(), path.string()};
+            }
+        } catch (const Failure &) {
+            // Another one may have it.
+        }
+    }
+    return std::nullopt;
 }
 
 } // namespace kigou

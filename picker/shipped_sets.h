@@ -4,11 +4,13 @@
 #ifndef KIGOU_PICKER_SHIPPED_SETS_H
 #define KIGOU_PICKER_SHIPPED_SETS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "picker/directories.h"
 #include "picker/folder_lock.h"
+#include "picker/set_files.h"
 
 namespace kigou {
 
@@ -21,6 +23,9 @@ namespace kigou {
  */
 std::vector<std::string> provide_shipped_sets(const Directories &directories,
                                               const std::string &state, const EditHooks &hooks);
+
+/** The first of those sets in the program directory that holds a symbol; nothing for no such. */
+std::optional<SetFile> shipped_set_with(const Directories &directories, const Sjis &symbol);
 
 } // namespace kigou
 
