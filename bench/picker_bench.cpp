@@ -3,16 +3,19 @@
 #include <benchmark/benchmark.h>
 #include <stdlib.h>
 
+#include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <thread>
 
 #include "picker/check.h"
 #include "picker/disk_form.h"
 #include "picker/editing.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
+#include "picker/search/search.h"
 #include "picker/set_formats.h"
 #include "picker/set_import.h"
 #include "picker/snapshot.h"
@@ -150,6 +153,51 @@ void refused_characters(benchmark::State &state) {
     state.SetComplexityN(state.range(0));
 }
 
+/** Sets with so many symbols in titles of ten, 200 a file: 1,000,000 in 5,000 files at most. */
+void put_sets(const Folders &folders, std::int64_t symbols) {
+    constexpr std::int64_t titles_a_file = 20;
+    for (std::int64_t i = 0; i < symbols / (10 * titles_a_file); ++i) {
+        folders.put(std::to_string(i) + ".kig",
+                    set_of_titles("例" + std::to_string(i), titles_a_file));
+    }
+}
+
+/** The index of all sets, from nothing. */
+void index_sets(benchmark::State &state) {
+    const Folders folders;
+    put_sets(folders, state.range(0));
+    for (auto _ : state) {
+        SearchIndex index;
+        index.refresh(find_sets(folders.directories()));
+        benchmark::DoNotOptimize(index.size());
+    }
+    state.SetComplexityN(state.range(0));
+}
+
+/** The same where nothing was changed since. */
+void index_again(benchmark::State &state) {
+    const Folders folders;
+    put_sets(folders, state.range(0));
+    std::this_thread::sleep_for(std::chrono::seconds(2)); // younger files are read again
+    SearchIndex index;
+    index.refresh(find_sets(folders.directories()));
+    for (auto _ : state) index.refresh(find_sets(folders.directories()));
+    state.SetComplexityN(state.range(0));
+}
+
+/** What is typed: a reading, romaji, the start of all titles, a code, a symbol, a slip. */
+constexpr const char *typed[] = {"やじるし", "yaji", "題", "1-78", "★", "yajirusu"};
+
+void search_sets(benchmark::State &state) {
+    const Folders folders;
+    put_sets(folders, state.range(0));
+    SearchIndex index;
+    index.refresh(find_sets(folders.directories()));
+    const char *const text = typed[state.range(1)];
+    state.SetLabel(text);
+    for (auto _ : state) benchmark::DoNotOptimize(search(index, text).found.size());
+}
+
 void sizes(benchmark::internal::Benchmark *bench, std::int64_t from, std::int64_t to) {
     bench->RangeMultiplier(2)->Range(from, to)->Complexity()->Unit(benchmark::kMillisecond);
 }
@@ -160,6 +208,11 @@ BENCHMARK(check)->Apply([](auto *bench) { sizes(bench, 12500, 100000); });
 BENCHMARK(import)->Apply([](auto *bench) { sizes(bench, 1250, 10000); });
 BENCHMARK(places_in_files)->Apply([](auto *bench) { sizes(bench, 640, 5120); });
 BENCHMARK(places_in_symbols)->Apply([](auto *bench) { sizes(bench, 4000, 32000); });
+BENCHMARK(index_sets)->Apply([](auto *bench) { sizes(bench, 10000, 1000000); });
+BENCHMARK(index_again)->Apply([](auto *bench) { sizes(bench, 10000, 1000000); });
+BENCHMARK(search_sets)
+    ->ArgsProduct({{10000, 100000, 1000000}, {0, 1, 2, 3, 4, 5}})
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(refused_characters)->Apply([](auto *bench) { sizes(bench, 1 << 20, 8 << 20); });
 
 } // namespace
