@@ -48,6 +48,7 @@ class Findings {
         }
         index_.refresh(sets);
         result_ = search(index_, options.text(), path);
+        if (options.first && result_.found.size() > 1) result_.found.resize(1);
     }
 
     const SearchResult &result() const { return result_; }
@@ -161,6 +162,9 @@ void tell_rest(const Context &context, const Options &options, const Findings &f
 Status run(const Context &context, const Options &options) {
     const std::optional<SymbolFormat> format =
         options.format ? std::optional(SymbolFormat(*options.format)) : std::nullopt;
+    if (options.text().find_first_not_of(' ') == std::string::npos) {
+        throw Failure(FailureKind::refused, "there is nothing to look for");
+    }
     const Findings findings(context, options);
     const auto &found = findings.result().found;
     if (context.json) {
@@ -174,7 +178,8 @@ Status run(const Context &context, const Options &options) {
     } else if (!format && terminal_columns()) {
         write_for_terminal(findings, options.all);
     } else {
-        const SymbolFormat lines = format ? *format : SymbolFormat(format_in_pipe);
+        const char *const usual = options.first ? "%(symbol)" : format_in_pipe;
+        const SymbolFormat lines = format ? *format : SymbolFormat(usual);
         for (const FoundSymbol &symbol : found)
             std::cout << lines.line(findings.told(symbol)) << '\n';
     }

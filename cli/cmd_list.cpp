@@ -7,6 +7,7 @@
 #include "cli/command.h"
 #include "cli/json.h"
 #include "cli/output.h"
+#include "cli/symbol_format.h"
 #include "picker/locate.h"
 #include "picker/set_formats.h"
 #include "picker/symbol_data.h"
@@ -16,21 +17,26 @@ namespace {
 
 struct Options {
     std::string path;
-    std::optional<std::string> file;
+    std::optional<std::string> file, format;
     bool codes = false, titles = false, symbols = false;
 };
 
-/** The symbol comes last: terminals do not agree on the width of all symbols. */
+/** A line for each symbol; a head where a person reads them. */
 void write_codes(const std::vector<SymbolCodes> &symbols) {
-    const auto line = [](auto... cells) { ((std::cout << padded(cells, 10) << ' '), ...); };
-    line("Shift_JIS", "JIS", "kuten", "Unicode");
-    std::cout << "symbol\n";
+    std::vector<std::vector<std::string>> lines;
+    if (terminal_columns()) lines.push_back({"Shift_JIS", "JIS", "kuten", "Unicode", "symbol"});
     for (const SymbolCodes &codes : symbols) {
         const auto cell = [](const std::string &text) { return text.empty() ? "-" : text; };
-        line(codes.sjis, cell(codes.jis), cell(codes.kuten), cell(codes.unicode));
-        std::cout << cell_text(codes) << (codes.repertoire == Repertoire::vendor ? " (vendor)" : "")
-                  << '\n';
+        const bool vendor = codes.repertoire == Repertoire::vendor;
+        lines.push_back({codes.sjis, cell(codes.jis), cell(codes.kuten), cell(codes.unicode),
+                         cell_text(codes) + (vendor ? " (vendor)" : "")});
     }
+    write_table(lines);
+}
+
+void write_lines(const std::vector<Sjis> &symbols, const std::string &path,
+                 const SymbolFormat &format) {
+    for (const Sjis &symbol : symbols) std::cout << format.line({symbol, {path}}) << '\n';
 }
 
 /** What one title holds, as it is asked for. */
@@ -97,7 +103,10 @@ class Listing {
 Status run(const Context &context, const Options &options) {
     const Located located = locate(find_sets(context.directories), options.path, options.file);
     const Listing listing(options, located);
-    if (context.json) {
+    if (options.format && !context.json) {
+        write_lines(symbols_in(located.snapshot.data(located.number)), located.title().text,
+                    SymbolFormat(*options.format));
+    } else if (context.json) {
         listing.write_as_json();
     } else if (const auto columns = terminal_columns()) {
         listing.write_for_terminal(*columns);
@@ -119,7 +128,10 @@ Body declare(Arguments &arguments) {
     arguments.flag("--codes", options->codes, "Show the codes of each symbol");
     arguments.flag("--titles", options->titles, "Show the titles alone");
     arguments.flag("--symbols", options->symbols, "Show the symbols alone");
+    arguments.option("-f,--format", options->format,
+                     "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
     arguments.exclude("--symbols", "--titles");
+    arguments.exclude("--format", "--titles");
     return [options](const Context &context) { return run(context, *options); };
 }
 
@@ -129,6 +141,7 @@ const Command list_command{"list", "List the titles and the symbols below a titl
                            "  kigou list 標準の記号／一般記号／矢印\n"
                            "  kigou list 一般記号/矢印 --codes\n"
                            "  kigou list 丸数字 --file 拡張の記号 --json\n"
+                           "  kigou list 一般記号/矢印 -f '%(symbol) %(kuten) %(name)'\n"
                            "  kigou list 一般記号/矢印 | kigou put 私の記号/矢印\n"
                            "A title that ends with \"／\" in the list has titles below it.",
                            declare};

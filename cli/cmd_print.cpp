@@ -84,7 +84,7 @@ Status run(const Context &context, const Options &options) {
         write_as_text(symbols);
     }
     if (!symbols.empty()) return Status::found;
-    if (!context.json) complain("there is no character");
+    if (!context.json) complain("no code of these has a character");
     return Status::nothing_found;
 }
 

@@ -69,7 +69,7 @@ class Search {
         const bool signs = std::ranges::none_of(characters, is_letter_or_digit);
         if (result_.found.empty() && (characters.size() == 1 || signs)) {
             find_characters(characters);
-            find_lookalikes();
+            if (characters.size() == 1) find_lookalikes();
         }
         rank(typed);
         find_ranked();
@@ -160,11 +160,9 @@ class Search {
     }
 
     void find_lookalikes() {
-        const std::size_t typed = result_.found.size();
-        for (std::size_t i = 0; i < typed; ++i) {
-            for (const Sjis &other : lookalikes_of(result_.found[i].symbol)) {
-                ranks_.add(code_of(std::span(other).first<2>()), {Match::lookalike, i});
-            }
+        if (result_.found.empty()) return;
+        for (const Sjis &other : lookalikes_of(result_.found.front().symbol)) {
+            ranks_.add(code_of(std::span(other).first<2>()), {Match::lookalike, 0});
         }
     }
 
