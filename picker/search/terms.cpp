@@ -28,7 +28,7 @@ struct ReadingTerm {
 struct NameTerm {
     unsigned short code;
     std::string japanese; /**< folded */
-    std::string_view english;
+    std::string english;  /**< blanks for hyphens */
     std::string spelling; /**< of several characters in place of the symbol: (株), km, 10 */
 };
 
@@ -41,6 +41,12 @@ std::size_t length_of(std::string_view utf8) {
 bool is_long_enough(std::string_view text) {
     const std::u32string characters = to_characters(text);
     return characters.size() > 1 || (characters.size() == 1 && characters.front() >= U'一');
+}
+
+std::string without_hyphens(std::string_view text) {
+    std::string words(text);
+    std::ranges::replace(words, '-', ' ');
+    return words;
 }
 
 struct Terms {
@@ -59,7 +65,8 @@ struct Terms {
             const std::string character = to_utf8(pair_of(code));
             std::string spelling = folded(character);
             if (spelling == character) spelling.clear();
-            names.push_back({code, folded(symbol.name), symbol.english, std::move(spelling)});
+            names.push_back(
+                {code, folded(symbol.name), without_hyphens(symbol.english), std::move(spelling)});
         }
     }
     std::vector<ReadingTerm> readings;
@@ -106,16 +113,14 @@ Rank rank_of_spelling(std::string_view spelling, std::string_view text) {
 
 Rank rank_of_name(std::string_view name, std::string_view text) {
     if (name == text) return {Match::name_word, 0};
-    constexpr std::string_view between = " -";
-    const auto is_end = [&](std::size_t at) {
-        return at >= name.size() || between.find(name[at]) != std::string_view::npos;
-    };
+    const bool phrase = text.find(' ') != std::string_view::npos;
     for (auto at = name.find(text); at != std::string_view::npos; at = name.find(text, at + 1)) {
-        if (at != 0 && !is_end(at - 1)) continue;
+        if (at != 0 && name[at - 1] != ' ') continue;
         const std::size_t behind = at + text.size();
-        const std::size_t end = std::min(name.find_first_of(between, behind), name.size());
-        // The last word says what it is, the first of which kind.
-        const std::size_t order = end == name.size() ? 1 : at == 0 ? 2 : 3;
+        const std::size_t end = std::min(name.find(' ', behind), name.size());
+        // The last word says what it is, the first of which kind; a phrase begins a name.
+        const bool last = end == name.size(), first = at == 0;
+        const std::size_t order = (phrase ? first : last) ? 1 : (first || last) ? 2 : 3;
         const bool japanese = static_cast<unsigned char>(name.front()) >= 0x80;
         const std::size_t more = japanese ? 0 : end - behind;
         if (end == behind) return {Match::name_word, order};
@@ -140,9 +145,10 @@ void rank_by_terms(std::string_view folded_text, Ranks &ranks) {
                 ranks.add(term.code, {Match::reading, detail_of_place(1)});
         }
     }
+    const std::string words = without_hyphens(folded_text);
     for (const NameTerm &term : terms().names) {
         ranks.add(term.code, rank_of_name(term.japanese, folded_text));
-        ranks.add(term.code, rank_of_name(term.english, folded_text));
+        ranks.add(term.code, rank_of_name(term.english, words));
         ranks.add(term.code, rank_of_spelling(term.spelling, folded_text));
     }
 }
@@ -198,7 +204,7 @@ std::vector<std::string> near_terms(std::string_view folded_text, std::size_t mo
     for (const NameTerm &term : terms().names) {
         std::string_view rest = term.english;
         while (!rest.empty()) {
-            const auto end = std::min(rest.find_first_of(" -"), rest.size());
+            const auto end = std::min(rest.find(' '), rest.size());
             if (differ_by_one(rest.substr(0, end), folded_text))
                 add(std::string(rest.substr(0, end)));
             rest.remove_prefix(std::min(end + 1, rest.size()));
