@@ -101,7 +101,9 @@ SearchIndex &SearchIndex::operator=(SearchIndex &&other) noexcept = default;
 
 void SearchIndex::refresh(const SetFiles &sets) {
     std::unordered_map<std::string, std::unique_ptr<File>> known;
+    std::vector<const File *> before, after;
     for (std::unique_ptr<File> &file : files_) {
+        before.push_back(file.get());
         std::string path = file->path;
         known.emplace(std::move(path), std::move(file));
     }
@@ -121,7 +123,9 @@ void SearchIndex::refresh(const SetFiles &sets) {
             not_searched_.push_back({set.path, failure.what()});
         }
     }
-    index_symbols();
+    // The old ones still live, so none of the new has the place of one.
+    for (const auto &file : files_) after.push_back(file.get());
+    if (after != before || posted_.empty()) index_symbols();
 }
 
 void SearchIndex::index_symbols() {
@@ -133,9 +137,12 @@ void SearchIndex::index_symbols() {
     std::vector<TitleNumber> last(codes);
     const auto for_each = [&](auto take) {
         std::ranges::fill(last, none);
-        for (TitleNumber title = 0; title < size(); ++title) {
-            for (const unsigned short code : symbols(title)) {
-                if (std::exchange(last[code], title) != title) take(code, title);
+        TitleNumber title = 0;
+        for (const auto &file : files_) {
+            for (std::size_t number = 0; number < file->symbols.count(); ++number, ++title) {
+                for (const unsigned short code : file->symbols[number]) {
+                    if (std::exchange(last[code], title) != title) take(code, title);
+                }
             }
         }
     };
