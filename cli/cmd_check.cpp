@@ -66,16 +66,18 @@ Status run(const Context &context, const std::vector<std::string> &paths) {
 
 Body declare(Arguments &arguments) {
     const auto paths = std::make_shared<std::vector<std::string>>();
-    arguments.words("FILE", *paths, "Symbol files, by their names on disk");
+    arguments.words("FILE", Value::file, *paths, "Symbol files, by their names on disk");
     return [paths](const Context &context) { return run(context, *paths); };
 }
 
 } // namespace
 
-const Command check_command{"check", "List what is wrong in symbol files, line by line",
-                            "  kigou check ~/.local/share/kigou/*.kig\n"
-                            "  kigou check --json new.kig\n"
-                            "Exit status: 0 clean, 1 findings, 2 a file cannot be read.",
-                            declare};
+const Command check_command{.name = "check",
+                            .summary = "List what is wrong in symbol files, line by line",
+                            .examples =
+                                "  kigou check ~/.local/share/kigou/*.kig\n"
+                                "  kigou check --json new.kig",
+                            .declare = declare,
+                            .notes = "Exit status: 0 clean, 1 findings, 2 a file cannot be read."};
 
 } // namespace kigou

@@ -23,16 +23,18 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("FILE-TITLE", options->title, "Title of the symbol file");
+    arguments.word("FILE-TITLE", Value::file_title, options->title, "Title of the symbol file");
     declare_dry_run(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 
 } // namespace
 
-const Command delete_command{"delete", "Delete a symbol file",
-                             "  kigou delete 私の記号\n"
-                             "The file as it was is kept in the folder backup beside the sets.",
-                             declare};
+const Command delete_command{
+    .name = "delete",
+    .summary = "Delete a symbol file",
+    .examples = "  kigou delete 私の記号",
+    .declare = declare,
+    .notes = "The file as it was is kept in the folder backup beside the sets."};
 
 } // namespace kigou

@@ -29,7 +29,7 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.optional_word("TITLE", options->title, "Title of the symbol file");
+    arguments.optional_word("TITLE", Value::file_title, options->title, "Title of the symbol file");
     arguments.choice("--format", options->format, {"text", "json", "tsv"},
                      "text (default), json or tsv");
     return [options](const Context &context) { return run(context, *options); };
@@ -37,10 +37,12 @@ Body declare(Arguments &arguments) {
 
 } // namespace
 
-const Command export_command{"export", "Write a symbol file as text, JSON or a table",
-                             "  kigou export 私の記号 > 私の記号.txt\n"
-                             "  kigou export 拡張の記号 --format tsv\n"
-                             "'kigou import' reads all three back.",
-                             declare};
+const Command export_command{.name = "export",
+                             .summary = "Write a symbol file as text, JSON or a table",
+                             .examples =
+                                 "  kigou export 私の記号 > 私の記号.txt\n"
+                                 "  kigou export 拡張の記号 --format tsv",
+                             .declare = declare,
+                             .notes = "'kigou import' reads all three back."};
 
 } // namespace kigou

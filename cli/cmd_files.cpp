@@ -47,10 +47,13 @@ Body declare(Arguments &) {
 
 } // namespace
 
-const Command files_command{"files", "List the titles of the symbol files",
-                            "  kigou files\n"
-                            "  kigou files --json\n"
-                            "Of two files with the same title the first hides the second.",
-                            declare};
+const Command files_command{
+    .name = "files",
+    .summary = "List the titles of the symbol files",
+    .examples =
+        "  kigou files\n"
+        "  kigou files --json",
+    .declare = declare,
+    .notes = "Of two files with the same title the first hides the second."};
 
 } // namespace kigou

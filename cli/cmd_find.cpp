@@ -189,28 +189,31 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.words("TEXT", options->words,
+    arguments.words("TEXT", Value::text, options->words,
                     "A reading (kana or romaji, also its beginning), a word of a name, a title, a "
                     "symbol or a code");
-    arguments.option("--in", options->within, "Search this title or set alone, with all below it");
+    arguments.option("--in", Value::path, options->within,
+                     "Search this title or set alone, with all below it");
     arguments.flag("--first", options->first, "Write the best symbol alone");
     arguments.flag("--all", options->all, "Write all on a terminal too, not the best 20");
-    arguments.option("-f,--format", options->format,
+    arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
     return [options](const Context &context) { return run(context, *options); };
 }
 
 } // namespace
 
-const Command find_command{"find", "Find symbols by reading, name, title or code",
-                           "  kigou find やじるし\n"
-                           "  kigou find yajirushi\n"
-                           "  kigou find arrow --in 一般記号\n"
-                           "  kigou find 1-78\n"
-                           "  kigou find 216E\n"
-                           "  kigou find ほし -f '%(symbol) %(kuten) %(name)'\n"
-                           "  kigou find --first こめ\n"
-                           "Exit status: 0 found, 1 nothing found.",
-                           declare};
+const Command find_command{.name = "find",
+                           .summary = "Find symbols by reading, name, title or code",
+                           .examples =
+                               "  kigou find やじるし\n"
+                               "  kigou find yajirushi\n"
+                               "  kigou find arrow --in 一般記号\n"
+                               "  kigou find 1-78\n"
+                               "  kigou find 216E\n"
+                               "  kigou find ほし -f '%(symbol) %(kuten) %(name)'\n"
+                               "  kigou find --first こめ",
+                           .declare = declare,
+                           .notes = "Exit status: 0 found, 1 nothing found."};
 
 } // namespace kigou

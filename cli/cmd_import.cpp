@@ -105,13 +105,13 @@ Status run(const Context &context, Options options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("FILE", options->source, "File to read; - is the standard input");
-    arguments.option("--into", options->into,
+    arguments.word("FILE", Value::file, options->source, "File to read; - is the standard input");
+    arguments.option("--into", Value::file_title, options->into,
                      "Symbol file to add to, made when there is none (default: a new one with the "
                      "title in the export, or the name of the old file)");
     arguments.choice("--format", options->format, {"ini", "kig", "text", "json", "tsv", "csv"},
                      "ini, kig, text, json, tsv or csv (default: seen from the file)");
-    arguments.option("--as", options->edit.as,
+    arguments.option("--as", Value::new_title, options->edit.as,
                      "Make a new symbol file of this title; with --into one that has both, and the "
                      "old one stays as it is");
     declare_dry_run(arguments, options->edit);
@@ -120,14 +120,17 @@ Body declare(Arguments &arguments) {
 
 } // namespace
 
-const Command import_command{"import",
-                             "Add the titles of a symbol file, an export or an old-format file",
-                             "  kigou import old.ini --into 私の記号\n"
-                             "  kigou import 私の記号.txt\n"
-                             "  kigou import backup/@0000000.kig --into 私の記号\n"
-                             "  kigou export 拡張の記号 | kigou import - --into 私の記号\n"
-                             "A title that is there already gets the symbols that it lacks.\n"
-                             "Exit status 3: something was left out; each is named.",
-                             declare};
+const Command import_command{
+    .name = "import",
+    .summary = "Add the titles of a symbol file, an export or an old-format file",
+    .examples =
+        "  kigou import old.ini --into 私の記号\n"
+        "  kigou import 私の記号.txt\n"
+        "  kigou import backup/@0000000.kig --into 私の記号\n"
+        "  kigou export 拡張の記号 | kigou import - --into 私の記号",
+    .declare = declare,
+    .notes =
+        "A title that is there already gets the symbols that it lacks.\n"
+        "Exit status 3: something was left out; each is named."};
 
 } // namespace kigou

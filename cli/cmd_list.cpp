@@ -118,17 +118,17 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.optional_word("PATH", options->path,
+    arguments.optional_word("PATH", Value::path, options->path,
                             "Titles joined by \"／\" or \"/\", with or without the file title; "
                             "none: the titles of the first level");
-    arguments.option("--file", options->file,
+    arguments.option("--file", Value::file_title, options->file,
                      "Title of the symbol file when the path does not begin with it "
                      "(default: " +
                          std::string(standard_title) + ")");
     arguments.flag("--codes", options->codes, "Show the codes of each symbol");
     arguments.flag("--titles", options->titles, "Show the titles alone");
     arguments.flag("--symbols", options->symbols, "Show the symbols alone");
-    arguments.option("-f,--format", options->format,
+    arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
     arguments.exclude("--symbols", "--titles");
     arguments.exclude("--format", "--titles");
@@ -137,13 +137,16 @@ Body declare(Arguments &arguments) {
 
 } // namespace
 
-const Command list_command{"list", "List the titles and the symbols below a title",
-                           "  kigou list 標準の記号／一般記号／矢印\n"
-                           "  kigou list 一般記号/矢印 --codes\n"
-                           "  kigou list 丸数字 --file 拡張の記号 --json\n"
-                           "  kigou list 一般記号/矢印 -f '%(symbol) %(kuten) %(name)'\n"
-                           "  kigou list 一般記号/矢印 | kigou put 私の記号/矢印\n"
-                           "A title that ends with \"／\" in the list has titles below it.",
-                           declare};
+const Command list_command{
+    .name = "list",
+    .summary = "List the titles and the symbols below a title",
+    .examples =
+        "  kigou list 標準の記号／一般記号／矢印\n"
+        "  kigou list 一般記号/矢印 --codes\n"
+        "  kigou list 丸数字 --file 拡張の記号 --json\n"
+        "  kigou list 一般記号/矢印 -f '%(symbol) %(kuten) %(name)'\n"
+        "  kigou list 一般記号/矢印 | kigou put 私の記号/矢印",
+    .declare = declare,
+    .notes = "A title that ends with \"／\" in the list has titles below it."};
 
 } // namespace kigou

@@ -19,16 +19,18 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("TITLE", options->title, "Title of the new symbol file");
+    arguments.word("TITLE", Value::new_title, options->title, "Title of the new symbol file");
     declare_dry_run(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 
 } // namespace
 
-const Command new_command{"new", "Make an empty symbol file",
-                          "  kigou new 私の記号\n"
-                          "The file is made in the directory of your own sets (--common-dir).",
-                          declare};
+const Command new_command{
+    .name = "new",
+    .summary = "Make an empty symbol file",
+    .examples = "  kigou new 私の記号",
+    .declare = declare,
+    .notes = "The file is made in the directory of your own sets (--common-dir)."};
 
 } // namespace kigou

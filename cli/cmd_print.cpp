@@ -90,11 +90,11 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.words("RANGE", options->ranges,
+    arguments.words("RANGE", Value::symbols, options->ranges,
                     "1-1..1-37 (kuten), 13 (a whole row), or two other codes: U+2190..U+2199");
     arguments.choice("--as", options->as, {"text", "table"},
                      "text (default), ten symbols a line, or a table like a code chart");
-    arguments.option("-f,--format", options->format,
+    arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
     arguments.exclude("--format", "--as");
     return [options](const Context &context) { return run(context, *options); };
@@ -102,10 +102,12 @@ Body declare(Arguments &arguments) {
 
 } // namespace
 
-const Command print_command{"print", "Print the symbols of ranges of codes",
-                            "  kigou print 1-1..1-37\n"
-                            "  kigou print 13 --as table\n"
-                            "  kigou print U+2190..U+2199 -f '%(symbol) %(unicode) %(name)'",
-                            declare};
+const Command print_command{.name = "print",
+                            .summary = "Print the symbols of ranges of codes",
+                            .examples =
+                                "  kigou print 1-1..1-37\n"
+                                "  kigou print 13 --as table\n"
+                                "  kigou print U+2190..U+2199 -f '%(symbol) %(unicode) %(name)'",
+                            .declare = declare};
 
 } // namespace kigou

@@ -51,9 +51,9 @@ Status run_copy(const Context &context, const Options &options) {
 
 Body declare_put(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("PATH", options->path, "Title to store in");
+    arguments.word("PATH", Value::path, options->path, "Title to store in");
     arguments.words(
-        "SYMBOL", options->words,
+        "SYMBOL", Value::symbols, options->words,
         "Characters, with blanks between or not, or codes (U+301C, 1-33, 0x8160); none: "
         "the lines of the standard input",
         0);
@@ -68,7 +68,7 @@ Body declare_put(Arguments &arguments) {
 
 Body declare_copy(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.words("SYMBOL... PATH", options->words,
+    arguments.words("SYMBOL... PATH", Value::path, options->words,
                     "Symbols: characters or codes (U+301C, 1-33, 0x8160); last the title to add "
                     "them to",
                     2);
@@ -81,14 +81,18 @@ Body declare_copy(Arguments &arguments) {
 
 } // namespace
 
-const Command put_command{"put", "Store symbols in a title, in place of its own or behind them",
-                          "  kigou put 私の記号/矢印 →←↑↓\n"
-                          "  kigou put 私の記号/矢印 --append ⇒ ⇔ 2-10\n"
-                          "  kigou put 私の記号/英字 --fold 'A B C'\n"
-                          "  kigou put 私の記号/表 < symbols.txt",
-                          declare_put};
+const Command put_command{.name = "put",
+                          .summary = "Store symbols in a title, in place of its own or behind them",
+                          .examples =
+                              "  kigou put 私の記号/矢印 →←↑↓\n"
+                              "  kigou put 私の記号/矢印 --append ⇒ ⇔ 2-10\n"
+                              "  kigou put 私の記号/英字 --fold 'A B C'\n"
+                              "  kigou put 私の記号/表 < symbols.txt",
+                          .declare = declare_put};
 
-const Command copy_command{"copy", "Add symbols to a title unless it holds them",
-                           "  kigou copy → ※ 1-1 私の記号/よく使う", declare_copy};
+const Command copy_command{.name = "copy",
+                           .summary = "Add symbols to a title unless it holds them",
+                           .examples = "  kigou copy → ※ 1-1 私の記号/よく使う",
+                           .declare = declare_copy};
 
 } // namespace kigou

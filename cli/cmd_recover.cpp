@@ -74,9 +74,11 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("TEMPFILE", options->source, "Working file that a killed process left");
-    arguments.option("--to", options->to, "File to write (default: a new one among your own sets)");
-    arguments.option("--as", options->as, "File title to give it");
+    arguments.word("TEMPFILE", Value::file, options->source,
+                   "Working file that a killed process left");
+    arguments.option("--to", Value::file, options->to,
+                     "File to write (default: a new one among your own sets)");
+    arguments.option("--as", Value::new_title, options->as, "File title to give it");
     arguments.flag("--dry-run", options->dry_run, "Show what would be recovered and write nothing");
     return [options](const Context &context) { return run(context, *options); };
 }
@@ -84,10 +86,12 @@ Body declare(Arguments &arguments) {
 } // namespace
 
 const Command recover_command{
-    "recover", "Make a symbol file of the working file of a killed process",
-    "  kigou recover /tmp/file-of-the-killed-process --as 救出\n"
-    "  kigou recover /tmp/file-of-the-killed-process --to saved.kig\n"
-    "Nothing is overwritten. What was recovered is removed from the temporary directory.",
-    declare};
+    .name = "recover",
+    .summary = "Make a symbol file of the working file of a killed process",
+    .examples =
+        "  kigou recover /tmp/file-of-the-killed-process --as 救出\n"
+        "  kigou recover /tmp/file-of-the-killed-process --to saved.kig",
+    .declare = declare,
+    .notes = "Nothing is overwritten. What was recovered is removed from the temporary directory."};
 
 } // namespace kigou

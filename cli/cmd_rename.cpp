@@ -21,18 +21,22 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("PATH", options->path, "Title to rename; a file title renames the file");
-    arguments.word("TITLE", options->title, "Its new name, without what stands above");
+    arguments.word("PATH", Value::path, options->path,
+                   "Title to rename; a file title renames the file");
+    arguments.word("TITLE", Value::new_title, options->title,
+                   "Its new name, without what stands above");
     declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 
 } // namespace
 
-const Command rename_command{"rename", "Rename a title or a symbol file",
-                             "  kigou rename 私の記号/矢印 やじるし\n"
-                             "  kigou rename 私の記号 よく使う記号\n"
-                             "What lies below a title moves with it.",
-                             declare};
+const Command rename_command{.name = "rename",
+                             .summary = "Rename a title or a symbol file",
+                             .examples =
+                                 "  kigou rename 私の記号/矢印 やじるし\n"
+                                 "  kigou rename 私の記号 よく使う記号",
+                             .declare = declare,
+                             .notes = "What lies below a title moves with it."};
 
 } // namespace kigou

@@ -20,16 +20,18 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.word("PATH", options->path, "Title to remove, with all titles below it");
+    arguments.word("PATH", Value::path, options->path, "Title to remove, with all titles below it");
     declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };
 }
 
 } // namespace
 
-const Command rm_command{"rm", "Remove a title with all that lies below it",
-                         "  kigou rm 私の記号/矢印 --dry-run\n"
-                         "  kigou rm 私の記号/矢印",
-                         declare};
+const Command rm_command{.name = "rm",
+                         .summary = "Remove a title with all that lies below it",
+                         .examples =
+                             "  kigou rm 私の記号/矢印 --dry-run\n"
+                             "  kigou rm 私の記号/矢印",
+                         .declare = declare};
 
 } // namespace kigou

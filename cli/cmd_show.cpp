@@ -91,11 +91,12 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.words("CHARACTER", options->symbols,
+    arguments.words("CHARACTER", Value::symbols, options->symbols,
                     "Characters, or codes: U+301C (Unicode), 1-33 (kuten), 0x8160 (Shift_JIS), "
                     "j:2141 (JIS), e:A1C1 (EUC-JP)");
-    arguments.option("--file", options->file, "Title of the only symbol file to search");
-    arguments.option("-f,--format", options->format,
+    arguments.option("--file", Value::file_title, options->file,
+                     "Title of the only symbol file to search");
+    arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
     return [options](const Context &context) { return run(context, *options); };
 }
@@ -103,11 +104,14 @@ Body declare(Arguments &arguments) {
 } // namespace
 
 const Command show_command{
-    "show", "Show names, readings, codes and look-alikes of symbols, and where they stand",
-    "  kigou show →\n"
-    "  kigou show 〜※ 1-1 0x8740 U+2015\n"
-    "  kigou show 〒 --file 標準の記号 --json\n"
-    "  kigou show →← -f '%(symbol) %(kuten) %(name)'",
-    declare};
+    .name = "show",
+    .summary = "Show names, readings, codes and look-alikes of symbols, and where they stand",
+    .examples =
+        "  kigou show →\n"
+        "  kigou show 〜※ 1-1 0x8740 U+2015\n"
+        "  kigou show 〒 --file 標準の記号 --json\n"
+        "  kigou show →← -f '%(symbol) %(kuten) %(name)'",
+    .declare = declare,
+    .alias = "info"};
 
 } // namespace kigou

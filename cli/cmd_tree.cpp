@@ -72,16 +72,18 @@ Status run(const Context &context, const std::string &file) {
 
 Body declare(Arguments &arguments) {
     const auto file = std::make_shared<std::string>(standard_title);
-    arguments.optional_word("TITLE", *file, "Title of the symbol file");
+    arguments.optional_word("TITLE", Value::file_title, *file, "Title of the symbol file");
     return [file](const Context &context) { return run(context, *file); };
 }
 
 } // namespace
 
-const Command tree_command{"tree",
-                           "Draw the titles of a symbol file, with the number of symbols of each",
-                           "  kigou tree\n"
-                           "  kigou tree 拡張の記号",
-                           declare};
+const Command tree_command{
+    .name = "tree",
+    .summary = "Draw the titles of a symbol file, with the number of symbols of each",
+    .examples =
+        "  kigou tree\n"
+        "  kigou tree 拡張の記号",
+    .declare = declare};
 
 } // namespace kigou

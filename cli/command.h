@@ -21,10 +21,13 @@ using Body = std::function<Status(const Context &)>;
 struct Command {
     const char *name;
     const char *summary;
-    const char *examples; /**< whole lines, shown under the options */
+    const char *examples; /**< whole lines, each a command behind two blanks */
 
     /** Adds the command's own arguments; the body reads what they were given. */
     Body (*declare)(Arguments &arguments);
+
+    const char *notes = nullptr; /**< what else is to be known, in sentences */
+    const char *alias = nullptr; /**< a second name */
 };
 
 extern const Command files_command;

@@ -22,48 +22,24 @@ constexpr const char *footer =
     "Examples:\n"
     "  kigou tree                        the titles of the standard set\n"
     "  kigou list 一般記号/矢印 --codes  its arrows with their codes\n"
-    "  kigou info ※                      where a symbol stands\n"
+    "  kigou show ※                      where a symbol stands\n"
     "  kigou new 私の記号                a symbol file of your own\n"
     "  kigou add 私の記号 矢印           a title in it\n"
     "  kigou put 私の記号/矢印 →←        symbols in the title\n"
     "Exit status: 0 found or done, 1 nothing found, 2 misuse or failure,\n"
     "3 an import left something out.";
 
-void declare_directories(CLI::App &app, Directories &directories) {
-    directories = default_directories(program_data());
-    app.add_option("--program-dir", directories.program,
-                   "Directory of the sets that come with kigou")
-        ->envname("KIGOU_PROGRAM_DIR")
-        ->capture_default_str();
-    app.add_option("--common-dir", directories.common, "Directory of your own sets")
-        ->envname("KIGOU_COMMON_DIR")
-        ->capture_default_str();
-    app.add_option("--user-dir", directories.user, "User directory; nothing is read there")
-        ->envname("KIGOU_USER_DIR")
-        ->capture_default_str();
-}
-
-void declare_commands(CLI::App &app, Invocation &invocation) {
-    app.require_subcommand(1);
-    app.fallthrough();
-    app.add_flag("--json", invocation.context.json, "Write JSON");
-    for (const Command *command : commands()) {
-        CLI::App *const options = app.add_subcommand(command->name, command->summary);
-        options->footer(std::string("Examples:\n") + command->examples);
-        options->add_flag("--json", invocation.context.json, "Write JSON");
-        Arguments arguments(*options);
-        options->callback([&invocation, command, body = command->declare(arguments)] {
-            invocation.body = body;
-            invocation.command = command;
-        });
-    }
-}
+constexpr const char *where_words_are_told =
+    "'kigou --help' shows the commands, 'kigou COMMAND --help' their options";
 
 /** What may have been meant by a word that is no command or no option of it. */
 std::vector<std::string> near_words(const CLI::App &app, const std::string &word) {
     std::vector<std::string> words;
     if (!word.starts_with('-')) {
-        for (const Command *command : commands()) words.emplace_back(command->name);
+        for (const Command *command : commands()) {
+            words.emplace_back(command->name);
+            if (command->alias) words.emplace_back(command->alias);
+        }
         return nearest(words, word);
     }
     const auto chosen = app.get_subcommands();
@@ -88,9 +64,11 @@ Failure misuse(const CLI::App &app, const CLI::ParseError &error) {
         if (hints.empty() && word.starts_with('-'))
             hints.emplace_back("a word that begins with - stands behind --");
     }
-    hints.emplace_back("'kigou --help' shows the commands, 'kigou COMMAND --help' their options");
+    hints.emplace_back(where_words_are_told);
     return {FailureKind::refused, text, hints};
 }
+
+constexpr const char *write_json = "Write JSON";
 
 } // namespace
 
@@ -103,14 +81,48 @@ std::span<const Command *const> commands() {
 }
 
 CommandLine::CommandLine() : parser_(std::make_unique<Parser>()) {
-    CLI::App &app = parser_->app;
-    app.set_version_flag("--version", "kigou " KIGOU_VERSION);
-    app.footer(footer);
-    declare_directories(app, invocation_.context.directories);
-    declare_commands(app, invocation_);
+    declare_general();
+    for (const Command *command : commands()) declare(*command);
 }
 
 CommandLine::~CommandLine() = default;
+
+void CommandLine::declare_general() {
+    CLI::App &app = parser_->app;
+    app.footer(footer);
+    app.require_subcommand(1);
+    app.fallthrough();
+    app.set_version_flag("--version", "kigou " KIGOU_VERSION);
+    Directories &directories = invocation_.context.directories;
+    directories = default_directories(program_data());
+    Arguments arguments(app);
+    arguments.folder("--program-dir", "KIGOU_PROGRAM_DIR", directories.program,
+                     "Directory of the sets that come with kigou");
+    arguments.folder("--common-dir", "KIGOU_COMMON_DIR", directories.common,
+                     "Directory of your own sets");
+    arguments.folder("--user-dir", "KIGOU_USER_DIR", directories.user,
+                     "User directory; nothing is read there");
+    arguments.flag("--json", invocation_.context.json, write_json);
+    declared_.push_back({nullptr, arguments.all()});
+    std::vector<Argument> &all = declared_.back().arguments;
+    all.push_back({.names = {"-h", "--help"}, .help = app.get_help_ptr()->get_description()});
+    all.push_back({.names = {"--version"}, .help = app.get_version_ptr()->get_description()});
+}
+
+void CommandLine::declare(const Command &command) {
+    CLI::App *const options = parser_->app.add_subcommand(command.name, command.summary);
+    if (command.alias) options->alias(command.alias);
+    options->footer(std::string("Examples:\n") + command.examples +
+                    (command.notes ? std::string("\n") + command.notes : ""));
+    // One of all commands; here it stands in the help of each.
+    options->add_flag("--json", invocation_.context.json, write_json);
+    Arguments arguments(*options);
+    options->callback([this, &command, body = command.declare(arguments)] {
+        invocation_.body = body;
+        invocation_.command = &command;
+    });
+    declared_.push_back({&command, arguments.all()});
+}
 
 std::optional<Invocation> CommandLine::parse(std::vector<std::string> words) {
     CLI::App &app = parser_->app;

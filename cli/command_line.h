@@ -15,6 +15,12 @@ namespace kigou {
 /** All commands, in the order in which the help shows them. */
 std::span<const Command *const> commands();
 
+/** A command with what it takes, or the options of all commands. */
+struct Declared {
+    const Command *command = nullptr; /**< null for those of all */
+    std::vector<Argument> arguments;
+};
+
 /** What was asked for. It stands on the command line that made it, which must live as long. */
 struct Invocation {
     const Command *command = nullptr;
@@ -33,13 +39,21 @@ class CommandLine {
     /**
      * Reads the words behind the name of the program.
      * @return nothing when they ask for help or the version, which is written then
-     * @throws Failure (refused) for a word that is no command or option, or lacks its value
+     * @throws Failure (refused) for a word that is no command, may be several, is no option, or
+     *         lacks its value
      */
     std::optional<Invocation> parse(std::vector<std::string> words);
 
+    /** What may be said: of all commands first, then of each. */
+    const std::vector<Declared> &declared() const { return declared_; }
+
   private:
+    void declare_general();
+    void declare(const Command &command);
+
     struct Parser;
     std::unique_ptr<Parser> parser_;
+    std::vector<Declared> declared_;
     Invocation invocation_;
 };
 

@@ -119,12 +119,12 @@ void declare_dry_run(Arguments &arguments, EditOptions &options) {
 
 void declare_as(Arguments &arguments, EditOptions &options) {
     arguments.option(
-        "--as", options.as,
+        "--as", Value::new_title, options.as,
         "Keep the result as a new symbol file of this title; the old one stays as it is");
 }
 
 void declare_edit_options(Arguments &arguments, EditOptions &options) {
-    arguments.option("--file", options.file,
+    arguments.option("--file", Value::file_title, options.file,
                      "Title of the symbol file when the path does not begin with it "
                      "(default: " +
                          std::string(standard_title) + ")");
