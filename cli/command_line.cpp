@@ -68,6 +68,24 @@ Failure misuse(const CLI::App &app, const CLI::ParseError &error) {
     return {FailureKind::refused, text, hints};
 }
 
+/** Puts the name of the command in the place of its beginning, when it begins no other. */
+void write_out_verb(std::vector<std::string> &words, const std::vector<Declared> &declared) {
+    const TypedLine line(words, declared);
+    if (!line.verb || words[*line.verb].empty()) return;
+    std::string &verb = words[*line.verb];
+    const std::vector<MeantVerb> meant = meant_by(verb, declared);
+    if (meant.empty()) return;
+    if (meant.size() == 1) {
+        verb = meant.front().name;
+        return;
+    }
+    std::string names = meant.front().name;
+    for (std::size_t i = 1; i < meant.size(); ++i) {
+        names += (i + 1 == meant.size() ? " or " : ", ") + meant[i].name;
+    }
+    throw Failure(FailureKind::refused, verb + " may be " + names, {where_words_are_told});
+}
+
 constexpr const char *write_json = "Write JSON";
 
 } // namespace
@@ -126,6 +144,7 @@ void CommandLine::declare(const Command &command) {
 
 std::optional<Invocation> CommandLine::parse(std::vector<std::string> words) {
     CLI::App &app = parser_->app;
+    write_out_verb(words, declared_);
     std::reverse(words.begin(), words.end()); // as the parser takes them
     try {
         app.parse(std::move(words));

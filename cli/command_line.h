@@ -9,17 +9,12 @@
 #include <vector>
 
 #include "cli/command.h"
+#include "cli/typed_line.h"
 
 namespace kigou {
 
 /** All commands, in the order in which the help shows them. */
 std::span<const Command *const> commands();
-
-/** A command with what it takes, or the options of all commands. */
-struct Declared {
-    const Command *command = nullptr; /**< null for those of all */
-    std::vector<Argument> arguments;
-};
 
 /** What was asked for. It stands on the command line that made it, which must live as long. */
 struct Invocation {
