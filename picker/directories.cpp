@@ -2,10 +2,13 @@
 #include "picker/directories.h"
 
 #include <pwd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 
 #include "picker/failure.h"
@@ -51,6 +54,15 @@ void make_common_directory(const Directories &directories) {
     throw Failure(FailureKind::failed,
                   "cannot make the directory " + directories.common + ": " + error.message(), {},
                   {{Remedy::name_own_folder}});
+}
+
+void make_private_directory(const std::string &path) {
+    const fs::path directory(path);
+    std::error_code error;
+    if (directory.has_parent_path()) fs::create_directories(directory.parent_path(), error);
+    if (mkdir(path.c_str(), 0700) == 0 || errno == EEXIST) return;
+    throw Failure(FailureKind::failed,
+                  "cannot make the directory " + path + ": " + std::strerror(errno));
 }
 
 } // namespace kigou

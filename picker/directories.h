@@ -31,6 +31,9 @@ std::string temporary_directory();
  */
 void make_common_directory(const Directories &directories);
 
+/** Makes a directory that is nobody else's when it is missing. @throws Failure (failed) */
+void make_private_directory(const std::string &path);
+
 } // namespace kigou
 
 #endif

@@ -97,6 +97,40 @@ void write_all(int descriptor, std::span<const unsigned char> bytes) {
     errno = 0;
 }
 
+/** A file that is whole and on the disk, under a name of its own beside the one it is to have. */
+class Beside {
+  public:
+    Beside(const std::string &path, std::span<const unsigned char> bytes, mode_t mode)
+        : name_(name_beside(path)) {
+        unlink(name_.c_str()); // of a process of that number that was killed
+        Descriptor file(open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
+        if (file.number() < 0) fail("cannot write", path, errno);
+        flock(file.number(), LOCK_EX | LOCK_NB);
+        write_all(file.number(), bytes);
+        int reason = errno;
+        if (reason == 0 && fsync(file.number()) != 0) reason = errno;
+        if (!file.close() && reason == 0) reason = errno;
+        if (reason == 0) return;
+        unlink(name_.c_str());
+        fail("cannot write", path, reason);
+    }
+    ~Beside() { unlink(name_.c_str()); } // nothing is there once it was renamed
+    Beside(const Beside &) = delete;
+    Beside &operator=(const Beside &) = delete;
+
+    const char *name() const { return name_.c_str(); }
+
+  private:
+    static std::string name_beside(const std::string &path) {
+        static std::atomic<unsigned> number{0};
+        const auto slash = path.rfind('/');
+        return path.substr(0, slash == path.npos ? 0 : slash + 1) + unfinished_prefix +
+               std::to_string(getpid()) + "-w" + std::to_string(number++);
+    }
+
+    std::string name_;
+};
+
 } // namespace
 
 std::optional<FileIdentity> identity_of(const std::string &path) {
@@ -133,29 +167,19 @@ Sjis read_head(const std::string &path, std::size_t most_bytes) {
 }
 
 bool write_new(const std::string &path, std::span<const unsigned char> bytes, mode_t mode) {
-    static std::atomic<unsigned> number{0};
-    const auto slash = path.rfind('/');
-    const std::string fresh = path.substr(0, slash == path.npos ? 0 : slash + 1) +
-                              unfinished_prefix + std::to_string(getpid()) + "-w" +
-                              std::to_string(number++);
-    unlink(fresh.c_str()); // of a process of that number that was killed
-    Descriptor file(open(fresh.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-    if (file.number() < 0) fail("cannot write", path, errno);
-    flock(file.number(), LOCK_EX | LOCK_NB);
-    write_all(file.number(), bytes);
-    int reason = errno;
-    if (reason == 0 && fsync(file.number()) != 0) reason = errno;
-    if (!file.close() && reason == 0) reason = errno;
+    const Beside fresh(path, bytes, mode);
     // A link replaces nothing. Where there are none the name is asked for, and then taken.
-    if (reason == 0 && link(fresh.c_str(), path.c_str()) != 0) {
-        reason = errno;
-        if (reason != EEXIST && access(path.c_str(), F_OK) != 0) {
-            reason = rename(fresh.c_str(), path.c_str()) == 0 ? 0 : errno;
-        }
+    int reason = link(fresh.name(), path.c_str()) == 0 ? 0 : errno;
+    if (reason != 0 && reason != EEXIST && access(path.c_str(), F_OK) != 0) {
+        reason = rename(fresh.name(), path.c_str()) == 0 ? 0 : errno;
     }
-    unlink(fresh.c_str());
     if (reason != 0 && reason != EEXIST) fail("cannot write", path, reason);
     return reason == 0;
+}
+
+void replace_file(const std::string &path, std::span<const unsigned char> bytes, mode_t mode) {
+    const Beside fresh(path, bytes, mode);
+    if (rename(fresh.name(), path.c_str()) != 0) fail("cannot write", path, errno);
 }
 
 } // namespace kigou

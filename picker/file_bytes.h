@@ -57,6 +57,14 @@ inline constexpr const char *unfinished_prefix = ".accsym-save-";
  */
 bool write_new(const std::string &path, std::span<const unsigned char> bytes, mode_t mode = 0666);
 
+/**
+ * Writes a file in place of one that may be there; of a link the link is replaced. Whatever
+ * happens, also to the machine, the path has the old bytes or the new ones. For two processes at
+ * once the later one counts, so who changes what was there needs a lock.
+ * @throws Failure (failed) with the system's reason; then the old file is as it was
+ */
+void replace_file(const std::string &path, std::span<const unsigned char> bytes, mode_t mode);
+
 } // namespace kigou
 
 #endif

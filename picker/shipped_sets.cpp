@@ -2,10 +2,7 @@
 // of a set".
 #include "picker/shipped_sets.h"
 
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstdio>
 #include <filesystem>
 #include <optional>
 #include <set>
@@ -39,15 +36,13 @@ std::set<std::string> lines_of_file(const std::string &path) {
     return lines;
 }
 
-void replace_file(const std::string &path, const std::set<std::string> &lines) {
+void remember(const std::string &path, const std::set<std::string> &lines) {
     std::string text;
     for (const std::string &line : lines) {
         std::error_code error;
         if (fs::exists(line.substr(0, line.find('\t')), error)) text += line + "\n";
     }
-    const std::string fresh = path + "." + std::to_string(getpid());
-    write_new(fresh, {reinterpret_cast<const unsigned char *>(text.data()), text.size()}, 0600);
-    if (std::rename(fresh.c_str(), path.c_str()) != 0) unlink(fresh.c_str());
+    replace_file(path, {reinterpret_cast<const unsigned char *>(text.data()), text.size()}, 0600);
 }
 
 std::vector<fs::path> shipped_sets(const Directories &directories) {
@@ -94,8 +89,8 @@ std::vector<std::string> provide_shipped_sets(const Directories &directories,
             if (!known.insert(line_of(set)).second) continue;
             if (auto title = provide(set, directories)) titles.push_back(std::move(*title));
         }
-        fs::create_directories(state, error);
-        replace_file(memory, known);
+        make_private_directory(state);
+        remember(memory, known);
     } catch (const Failure &) {
         // A home that cannot be written gets no copies; what is asked for goes on.
     }
