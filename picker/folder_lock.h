@@ -1,5 +1,5 @@
-// folder_lock.h - one edit at a time in a folder of sets: a lock file that the system releases
-// when its process ends, however it ends.
+// folder_lock.h - one edit at a time in a folder of sets, or of state: a lock file that the system
+// releases when its process ends, however it ends.
 #ifndef KIGOU_PICKER_FOLDER_LOCK_H
 #define KIGOU_PICKER_FOLDER_LOCK_H
 
