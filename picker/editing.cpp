@@ -151,7 +151,7 @@ void Edit::create(const Title &file) {
     did({ChangeKind::made, file.text});
 }
 
-void Edit::replace_text(const Sjis &text, std::vector<Change> changes) {
+void Edit::replace_text(const Sjis &text, std::vector<Change> changes, bool takes_away) {
     // The library opens a copy of the text and is given the file's title and place for the save.
     // The folder that it takes for the program's holds that copy and the files of the real one.
     session_.reset();
@@ -178,6 +178,7 @@ void Edit::replace_text(const Sjis &text, std::vector<Change> changes) {
                        std::to_string(most_path) + " bytes"});
     }
     for (Change &change : changes) did(std::move(change));
+    takes_away_ = takes_away_ || takes_away;
     stop_if_asked(hooks_);
 }
 

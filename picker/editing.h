@@ -90,8 +90,11 @@ class Edit {
     /** Adds the symbols that the title lacks. */
     void copy(const std::vector<Sjis> &symbols);
 
-    /** Takes a changed text of the whole file, in the text form, with what was changed in it. */
-    void replace_text(const Sjis &text, std::vector<Change> changes);
+    /**
+     * Takes a changed text of the whole file, in the text form, with what was changed in it.
+     * @param takes_away  something of the file is not in the text, so a backup is kept
+     */
+    void replace_text(const Sjis &text, std::vector<Change> changes, bool takes_away = false);
 
     /**
      * Saves, unless it is a dry run or nothing was changed.
