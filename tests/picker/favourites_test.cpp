@@ -26,7 +26,8 @@ struct Own : Workspace {
         const Snapshot file(sets.get(typed_title(std::string(favourites_title))).path);
         std::string text;
         for (std::size_t i = 1; i < file.size(); ++i) {
-            text += (i > 1 ? " " : "") + last_title(file.title(i).text) + ":";
+            if (i > 1) text += ' ';
+            text += last_title(file.title(i).text) + ':';
             for (const char byte : to_utf8(file.data(i))) text += byte == '\r' ? "|" : byte == '\n' ? "" : std::string(1, byte);
         }
         return text;

@@ -63,6 +63,8 @@ TEST_F(Index, follows_the_files) {
     EXPECT_EQ(found(index, "みぎ", "甲／図／星"), "; elsewhere →㊨⇒┐┘┓┛）");
     EXPECT_EQ(found(index, "ほし", "甲／図"), "☆★");
     EXPECT_EQ(found(index, "図/星"), "☆★");
+    EXPECT_EQ(found(index, "隠"), "★");
+    EXPECT_EQ(found(index, "隠", "甲"), "");
     index.refresh({});
     EXPECT_EQ(index.size(), 0U);
     EXPECT_EQ(found(index, "ほし").substr(0, 12), "; elsewhere ");
@@ -137,9 +139,11 @@ TEST_F(Index, takes_any_text) {
     refresh();
     EXPECT_EQ(found(index, "αβ"), "αβ");
     EXPECT_EQ(found(index, "β → α"), "β→α");
+    std::string branching = "→";
+    for (int i = 0; i < 300; ++i) branching += "na";
     for (const std::string &nothing :
          {std::string(), std::string("   "), std::string("\xFF\xFE\x80"), std::string("\0", 1), std::string(100000, 'n'),
-          std::string(900, 'n'), std::string("\u202E\u0301"), std::string("［図］"), std::string("%s%n")}) {
+          std::string(900, 'n'), branching, std::string("\u202E\u0301"), std::string("［図］"), std::string("%s%n")}) {
         const SearchResult result = search(index, nothing);
         for (const FoundSymbol &symbol : result.found) EXPECT_EQ(symbol.match, Match::itself);
     }
