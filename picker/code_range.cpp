@@ -24,12 +24,6 @@ TypedCode end_of(const std::string &range, const std::string &word) {
     return std::move(meanings.front());
 }
 
-bool is_double_byte(unsigned code) {
-    const unsigned lead = code >> 8, trail = code & 0xFF;
-    return ((lead >= 0x81 && lead <= 0x9F) || (lead >= 0xE0 && lead <= 0xFC)) && trail >= 0x40 &&
-           trail <= 0xFC && trail != 0x7F;
-}
-
 unsigned number(const Sjis &symbol) {
     return symbol.size() == 2 ? code_of(std::span(symbol).first<2>()) : symbol.front();
 }
@@ -66,7 +60,7 @@ std::vector<Sjis> codes_in(const std::string &range) {
     if (begin.label.substr(0, 2) != end.label.substr(0, 2)) refuse("what is " + range + "?");
     std::vector<Sjis> codes;
     for (unsigned code = number(begin.symbol); code <= number(end.symbol); ++code) {
-        if (is_double_byte(code)) codes.push_back(pair_of(static_cast<unsigned short>(code)));
+        codes.push_back(pair_of(static_cast<unsigned short>(code)));
     }
     if (codes.empty() && number(begin.symbol) > number(end.symbol)) {
         refuse(range + " ends before it begins");

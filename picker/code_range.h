@@ -12,7 +12,7 @@ namespace kigou {
 /**
  * The double-byte codes of a range: 1-1..1-37, or any other code with its kind at both ends (see
  * meanings_of), U+2190..U+2199 too; 1-37 alone is one code, and 13 alone a row. In the order of
- * the codes, those without a character among them; of Unicode those that Shift_JIS has.
+ * the codes, also those that are no character; of Unicode those that Shift_JIS has.
  *
  * @throws Failure (refused) for what is no range, or one that ends before it begins
  */

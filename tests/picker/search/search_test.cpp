@@ -3,10 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <filesystem>
 
 #include "fuzz/odd_files.h"
 #include "picker/codes.h"
+#include "picker/search/readings.h"
 #include "picker/symbol_places.h"
 #include "tests/support/workspace.h"
 
@@ -63,8 +65,8 @@ TEST_F(Index, follows_the_files) {
     EXPECT_EQ(found(index, "みぎ", "甲／図／星"), "; elsewhere →㊨⇒┐┘┓┛）");
     EXPECT_EQ(found(index, "ほし", "甲／図"), "☆★");
     EXPECT_EQ(found(index, "図/星"), "☆★");
-    EXPECT_EQ(found(index, "隠"), "★");
-    EXPECT_EQ(found(index, "隠", "甲"), "");
+    EXPECT_EQ(found(index, "隠"), "隠★");
+    EXPECT_EQ(found(index, "隠", "甲"), "隠");
     index.refresh({});
     EXPECT_EQ(index.size(), 0U);
     EXPECT_EQ(found(index, "ほし").substr(0, 12), "; elsewhere ");
@@ -132,6 +134,18 @@ TEST_F(Index, says_what_other_sets_have) {
     EXPECT_EQ(found(index, "まるいち"), "; elsewhere ①");
     EXPECT_EQ(found(index, "ローマ数字").substr(0, 18), "; elsewhere ⅠⅡ");
     EXPECT_EQ(found(index, "まる").substr(0, 3), "○");
+}
+
+TEST(Readings, name_each_lookalike_once) {
+    std::size_t lookalikes = 0;
+    for (const SymbolNames &symbol : all_names()) {
+        std::vector<Sjis> others = lookalikes_of(pair_of(symbol.code));
+        lookalikes += others.size();
+        std::ranges::sort(others);
+        EXPECT_EQ(std::ranges::adjacent_find(others), others.end()) << symbol.name;
+        EXPECT_FALSE(std::ranges::binary_search(others, pair_of(symbol.code))) << symbol.name;
+    }
+    EXPECT_GT(lookalikes, 500U);
 }
 
 TEST_F(Index, takes_any_text) {
