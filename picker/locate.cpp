@@ -12,20 +12,6 @@ namespace {
 constexpr std::size_t most_suggestions = 10;
 constexpr std::size_t most_children_told = 20;
 
-/** The longest file title that begins the path; null when none does. */
-const SetFile *file_of(const SetFiles &sets, const std::string &path) {
-    const SetFile *found = nullptr;
-    std::size_t longest = 0;
-    for (const SetFile &set : sets.sets) {
-        const std::string start = normalized(set.title.text);
-        if (start.size() > longest && (path == start || lies_below(path, start))) {
-            longest = start.size();
-            found = &set;
-        }
-    }
-    return found;
-}
-
 /** The path with what stands above the deepest title of it that exists, and what that holds. */
 std::string children_on_the_way(const Snapshot &snapshot, std::string path) {
     const auto number_of_path = [&]() -> std::optional<std::size_t> {
@@ -75,10 +61,23 @@ std::string children_on_the_way(const Snapshot &snapshot, std::string path) {
 
 } // namespace
 
+const SetFile *file_beginning(const SetFiles &sets, const std::string &path) {
+    const SetFile *found = nullptr;
+    std::size_t longest = 0;
+    for (const SetFile &set : sets.sets) {
+        const std::string start = normalized(set.title.text);
+        if (start.size() > longest && (path == start || lies_below(path, start))) {
+            longest = start.size();
+            found = &set;
+        }
+    }
+    return found;
+}
+
 Located locate(const SetFiles &sets, const std::string &typed,
                const std::optional<std::string> &file) {
     const std::string wanted = normalized(typed_title(typed).text);
-    const SetFile *set = file ? &sets.get(typed_title(*file)) : file_of(sets, wanted);
+    const SetFile *set = file ? &sets.get(typed_title(*file)) : file_beginning(sets, wanted);
     const bool file_is_known = set != nullptr;
     if (!set) set = &sets.get(typed_title(std::string(standard_title)));
     Snapshot snapshot(set->path);

@@ -26,6 +26,9 @@ struct Located {
 Located locate(const SetFiles &sets, const std::string &typed,
                const std::optional<std::string> &file);
 
+/** The file of whose titles the longest begins a normalized path; null when none does. */
+const SetFile *file_beginning(const SetFiles &sets, const std::string &path);
+
 } // namespace kigou
 
 #endif
