@@ -5,9 +5,11 @@
 #include <iostream>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/command_line.h"
+#include "cli/completion.h"
 #include "cli/edit_command.h"
 #include "cli/failure_words.h"
 #include "cli/output.h"
@@ -84,6 +86,10 @@ Status run_reporting(const std::vector<std::string> &words) {
 int main(int argc, char **argv) {
     try {
         std::ios::sync_with_stdio(false);
+        if (argc > 1 && argv[1] == std::string_view(kigou::completion_verb)) {
+            kigou::write_completion(std::vector<std::string>(argv + 2, argv + argc));
+            return 0;
+        }
         const kigou::Status status = kigou::run_reporting({argv + std::min(argc, 1), argv + argc});
         if (std::cout.flush()) return static_cast<int>(status);
         kigou::complain("the output could not be written");
