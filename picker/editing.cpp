@@ -11,6 +11,7 @@
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
 #include "picker/library_messages.h"
+#include "picker/mending.h"
 #include "picker/writable.h"
 #include "sym/format.h"
 
@@ -151,7 +152,25 @@ void Edit::create(const Title &file) {
     did({ChangeKind::made, file.text});
 }
 
+/** The library refuses such files by itself, but it will have the text as it is on disk. */
+void Edit::refuse_loss(const Sjis &text) const {
+    if (!located_ || as_) return;
+    const Sjis bytes = read_file(located_->snapshot.path()).bytes;
+    const auto titles = Snapshot::of_text(text, title_.text);
+    const auto saved = Snapshot::of_text(text_form(disk_form(text)), title_.text);
+    bool same = titles.size() == saved.size() && std::ranges::count(bytes, 0) == 0;
+    for (std::size_t i = 0; same && i < titles.size(); ++i) {
+        same = std::ranges::equal(titles.path_of(i), saved.path_of(i)) &&
+               std::ranges::equal(titles.data(i), saved.data(i));
+    }
+    if (same) return;
+    const std::string &path = located_->snapshot.path();
+    throw Failure(FailureKind::failed, title_.text + " cannot be changed",
+                  lines_to_mend(path, check_symbol_file(bytes)), {{Remedy::mend_file, path}});
+}
+
 void Edit::replace_text(const Sjis &text, std::vector<Change> changes, bool takes_away) {
+    refuse_loss(text);
     // The library opens a copy of the text and is given the file's title and place for the save.
     // The folder that it takes for the program's holds that copy and the files of the real one.
     session_.reset();

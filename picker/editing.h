@@ -93,6 +93,8 @@ class Edit {
     /**
      * Takes a changed text of the whole file, in the text form, with what was changed in it.
      * @param takes_away  something of the file is not in the text, so a backup is kept
+     * @throws Failure: failed, with the lines to mend, when titles or symbols of the text or the
+     *         end of the file would be lost in the save
      */
     void replace_text(const Sjis &text, std::vector<Change> changes, bool takes_away = false);
 
@@ -113,6 +115,7 @@ class Edit {
     void open_session();
     void refuse_standard_set() const;
     void refuse_changed() const;
+    void refuse_loss(const Sjis &text) const;
     void store(const Title &path, const Sjis &data);
     void save();
 

@@ -337,5 +337,40 @@ TEST(editing, imports_as_if_the_titles_were_added_one_by_one) {
     EXPECT_GT(compared, 30);
 }
 
+TEST(editing, imports_nothing_where_a_save_would_lose_something) {
+    int imported = 0, refused = 0;
+    for (std::uint64_t i = 0; i < 400; ++i) {
+        Choice choice(12, i);
+        const std::string bytes = OddFiles(choice).symbol_file("T");
+        const Sets sets;
+        sets.put("rei.kig", bytes);
+        if (find_sets(sets.directories()).sets.empty()) continue;
+        const Snapshot before = sets.snapshot();
+        try {
+            Edit edit(sets.directories(), {}, {});
+            edit.open(before.file());
+            LeftOutList left_out;
+            import_set(edit, {{}, {{typed_title("龠").sjis, data_of("→"), ""}}}, left_out);
+            edit.finish();
+        } catch (const Failure &) {
+            EXPECT_EQ(::read_file(sets.file()), bytes) << "odd file " << i;
+            ++refused;
+            continue;
+        }
+        ++imported;
+        const Snapshot after = sets.snapshot();
+        EXPECT_EQ(bytes.find('\0'), std::string::npos) << "odd file " << i;
+        EXPECT_EQ(after.size(), before.size() + 1) << "odd file " << i;
+        for (std::size_t number = 0; number < before.size(); ++number) {
+            const auto there = after.find(before.path_of(number));
+            ASSERT_TRUE(there) << "odd file " << i << ", " << before.title(number).text;
+            const auto first = before.find(before.path_of(number));
+            EXPECT_TRUE(std::ranges::equal(after.data(*there), before.data(*first))) << "odd file " << i;
+        }
+    }
+    EXPECT_GT(imported, 150);
+    EXPECT_GT(refused, 10);
+}
+
 } // namespace
 } // namespace kigou
