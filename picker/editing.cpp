@@ -238,7 +238,7 @@ void Edit::save() {
     }
 }
 
-EditReport Edit::finish() {
+EditReport Edit::finish(const std::function<void(const EditReport &)> &saved) {
     stop_if_asked(hooks_);
     EditReport report;
     report.dry_run = options_.dry_run;
@@ -255,6 +255,7 @@ EditReport Edit::finish() {
         if (backup) report.backup = backup->keep();
     }
     report.changes = std::move(changes_);
+    if (report.saved && saved) saved(report);
     session_.reset();
     scratch_.reset();
     locks_.clear();
@@ -262,7 +263,8 @@ EditReport Edit::finish() {
 }
 
 EditReport delete_set(const Directories &directories, const Title &title,
-                      const EditOptions &options, const EditHooks &hooks) {
+                      const EditOptions &options, const EditHooks &hooks,
+                      const std::function<void(const std::string &)> &look) {
     std::vector<FolderLock> locks;
     if (!options.dry_run) {
         locks.emplace_back(directories.common, hooks);
@@ -292,6 +294,7 @@ EditReport delete_set(const Directories &directories, const Title &title,
                       why_not_written(folder, set.path));
     }
     stop_if_asked(hooks);
+    if (look) look(set.path);
     Backup backup(set.path, title.text);
     Session session(directories);
     session.delete_file(title);

@@ -7,6 +7,7 @@
 #define KIGOU_PICKER_EDITING_H
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -100,10 +101,11 @@ class Edit {
 
     /**
      * Saves, unless it is a dry run or nothing was changed.
+     * @param saved  told of a save, still under the locks; it must not throw
      * @throws Failure: changed when the file on disk is no longer the one that was opened. The
      *         edit stays, and can be saved under another title.
      */
-    EditReport finish();
+    EditReport finish(const std::function<void(const EditReport &)> &saved = {});
 
     /** The title for the next finish, instead of options.as. @throws Failure as the constructor */
     void keep_as(const std::string &title);
@@ -136,10 +138,12 @@ class Edit {
 
 /**
  * Deletes a symbol file, the first of that title, under the lock; it is kept as a backup.
+ * @param look  told of its path before that, under the lock; what it throws keeps the file
  * @throws Failure: nothing_found, or refused for the standard set
  */
 EditReport delete_set(const Directories &directories, const Title &title,
-                      const EditOptions &options, const EditHooks &hooks);
+                      const EditOptions &options, const EditHooks &hooks,
+                      const std::function<void(const std::string &)> &look = {});
 
 /** Whether a title is one that an import gives its working file at first. */
 bool is_stand_in(const Title &title);
