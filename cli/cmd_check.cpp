@@ -78,6 +78,6 @@ const Command check_command{.name = "check",
                                 "  kigou check ~/.local/share/kigou/*.kig\n"
                                 "  kigou check --json new.kig",
                             .declare = declare,
-                            .notes = "Exit status: 0 clean, 1 findings, 2 a file cannot be read."};
+                            .exit_status = "0 clean, 1 findings, 2 a file cannot be read"};
 
 } // namespace kigou

@@ -214,6 +214,6 @@ const Command find_command{.name = "find",
                                "  kigou find ほし -f '%(symbol) %(kuten) %(name)'\n"
                                "  kigou find --first こめ",
                            .declare = declare,
-                           .notes = "Exit status: 0 found, 1 nothing found."};
+                           .exit_status = "0 found, 1 nothing found, 2 misuse or failure"};
 
 } // namespace kigou

@@ -129,8 +129,7 @@ const Command import_command{
         "  kigou import backup/@0000000.kig --into 私の記号\n"
         "  kigou export 拡張の記号 | kigou import - --into 私の記号",
     .declare = declare,
-    .notes =
-        "A title that is there already gets the symbols that it lacks.\n"
-        "Exit status 3: something was left out; each is named."};
+    .notes = "A title that is there already gets the symbols that it lacks.",
+    .exit_status = "0 done, 2 misuse or failure, 3 something was left out; each is named"};
 
 } // namespace kigou

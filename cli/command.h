@@ -26,8 +26,9 @@ struct Command {
     /** Adds the command's own arguments; the body reads what they were given. */
     Body (*declare)(Arguments &arguments);
 
-    const char *notes = nullptr; /**< what else is to be known, in sentences */
-    const char *alias = nullptr; /**< a second name */
+    const char *notes = nullptr;       /**< what else is to be known, in sentences */
+    const char *exit_status = nullptr; /**< "0 clean, ..."; null when it is as that of all */
+    const char *alias = nullptr;       /**< a second name */
 };
 
 extern const Command files_command;

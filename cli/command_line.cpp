@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "cli/help_texts.h"
 #include "cli/program_data.h"
 #include "picker/failure.h"
 #include "picker/near_titles.h"
@@ -17,17 +18,6 @@ constexpr std::array table{&files_command,  &tree_command,   &list_command,   &f
                            &rename_command, &rm_command,     &put_command,    &copy_command,
                            &delete_command, &export_command, &import_command, &check_command,
                            &recover_command};
-
-constexpr const char *footer =
-    "Examples:\n"
-    "  kigou tree                        the titles of the standard set\n"
-    "  kigou list 一般記号/矢印 --codes  its arrows with their codes\n"
-    "  kigou show ※                      where a symbol stands\n"
-    "  kigou new 私の記号                a symbol file of your own\n"
-    "  kigou add 私の記号 矢印           a title in it\n"
-    "  kigou put 私の記号/矢印 →←        symbols in the title\n"
-    "Exit status: 0 found or done, 1 nothing found, 2 misuse or failure,\n"
-    "3 an import left something out.";
 
 constexpr const char *where_words_are_told =
     "'kigou --help' shows the commands, 'kigou COMMAND --help' their options";
@@ -91,7 +81,7 @@ constexpr const char *write_json = "Write JSON";
 } // namespace
 
 struct CommandLine::Parser {
-    CLI::App app{"Shows and edits the symbol files of the symbol accessory.", "kigou"};
+    CLI::App app{program_summary, "kigou"};
 };
 
 std::span<const Command *const> commands() {
@@ -107,7 +97,7 @@ CommandLine::~CommandLine() = default;
 
 void CommandLine::declare_general() {
     CLI::App &app = parser_->app;
-    app.footer(footer);
+    app.footer(program_footer());
     app.require_subcommand(1);
     app.fallthrough();
     app.set_version_flag("--version", "kigou " KIGOU_VERSION);
@@ -130,8 +120,10 @@ void CommandLine::declare_general() {
 void CommandLine::declare(const Command &command) {
     CLI::App *const options = parser_->app.add_subcommand(command.name, command.summary);
     if (command.alias) options->alias(command.alias);
-    options->footer(std::string("Examples:\n") + command.examples +
-                    (command.notes ? std::string("\n") + command.notes : ""));
+    std::string footer = std::string("Examples:\n") + command.examples;
+    if (command.notes) footer += std::string("\n") + command.notes;
+    if (command.exit_status) footer += std::string("\nExit status: ") + command.exit_status + ".";
+    options->footer(footer);
     // One of all commands; here it stands in the help of each.
     options->add_flag("--json", invocation_.context.json, write_json);
     Arguments arguments(*options);
