@@ -214,6 +214,13 @@ const Command find_command{.name = "find",
                                "  kigou find ほし -f '%(symbol) %(kuten) %(name)'\n"
                                "  kigou find --first こめ",
                            .declare = declare,
+                           .notes =
+                               "A reading is taken in kana of either kind and width and in romaji, "
+                               "and before it is finished. A code is 1-78 or k:1-78 (kuten), "
+                               "U+2103, s:818E or 0x818E (Shift_JIS), j:216E (JIS) or e:A1EE "
+                               "(EUC-JP); four digits alone list all that they may mean.\n"
+                               "In a pipe a line has symbol, kuten, Unicode, name, readings, "
+                               "paths and the code that was typed, with tabs between.",
                            .exit_status = "0 found, 1 nothing found, 2 misuse or failure"};
 
 } // namespace kigou
