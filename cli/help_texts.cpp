@@ -10,6 +10,7 @@ namespace kigou {
 namespace {
 
 constexpr std::array examples{
+    Example{"kigou find やじるし", "symbols by reading, name, title or code"},
     Example{"kigou tree", "the titles of the standard set"},
     Example{"kigou list 一般記号/矢印 --codes", "its arrows with their codes"},
     Example{"kigou show 〒", "where a symbol stands"},
