@@ -139,7 +139,7 @@ void store(Edit &edit, const std::vector<Block> &blocks, ChangeKind kind) {
 }
 
 bool holds(const Sjis &bytes, std::span<const unsigned char> piece) {
-    return !std::ranges::search(bytes, piece).empty();
+    return std::search(bytes.begin(), bytes.end(), piece.begin(), piece.end()) != bytes.end();
 }
 
 /** Whether a file has the title of the favourites, in whatever encoding somebody saved it. */
