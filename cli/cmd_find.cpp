@@ -40,6 +40,9 @@ class Findings {
         SetFiles sets = find_sets(context.directories);
         Sjis path;
         if (options.within) {
+            if (options.within->empty()) {
+                throw Failure(FailureKind::refused, "--in wants the path of a title or a set");
+            }
             const Located located = locate(sets, *options.within, std::nullopt);
             path = located.title().sjis;
             std::erase_if(sets.sets,
@@ -137,7 +140,7 @@ void tell_of_elsewhere(const Context &context, const Options &options,
         some += to_utf8(symbols[i]);
     }
     if (symbols.size() > 10) some += "...";
-    if (options.within) return complain(some + " would be found in other titles, without --in");
+    if (options.within) return complain(some + " would be found without --in");
     const auto set = shipped_set_with(context.directories, symbols.front());
     if (!set) return complain(some + " would fit, but no set has it");
     complain(some + " would fit: " + (symbols.size() == 1 ? "a symbol" : "symbols") + " of " +
@@ -150,7 +153,8 @@ void tell_rest(const Context &context, const Options &options, const Findings &f
     for (const std::string &line : result.no_symbols) complain(line);
     tell_of_elsewhere(context, options, result.elsewhere);
     for (const SpoiltFile &file : findings.not_searched()) {
-        complain(file.path + " cannot be searched: " + file.reason);
+        const bool named = file.reason.find(file.path) != std::string::npos;
+        complain(named ? file.reason : file.path + " cannot be searched: " + file.reason);
     }
     if (!result.found.empty() || !result.no_symbols.empty() || !result.elsewhere.empty()) return;
     std::string meant;
@@ -198,6 +202,7 @@ Body declare(Arguments &arguments) {
     arguments.flag("--all", options->all, "Write all on a terminal too, not the best 20");
     arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
+    arguments.exclude("--format", "--json");
     return [options](const Context &context) { return run(context, *options); };
 }
 

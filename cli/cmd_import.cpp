@@ -126,7 +126,7 @@ const Command import_command{
     .examples =
         "  kigou import old.ini --into 私の記号\n"
         "  kigou import 私の記号.txt\n"
-        "  kigou import backup/@0000000.kig --into 私の記号\n"
+        "  kigou import backup/私の記号.kig --into 私の記号\n"
         "  kigou export 拡張の記号 | kigou import - --into 私の記号",
     .declare = declare,
     .notes = "A title that is there already gets the symbols that it lacks.",

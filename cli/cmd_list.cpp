@@ -130,6 +130,8 @@ Body declare(Arguments &arguments) {
     arguments.flag("--symbols", options->symbols, "Show the symbols alone");
     arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
+    arguments.exclude("--format", "--codes");
+    arguments.exclude("--format", "--json");
     arguments.exclude("--symbols", "--titles");
     arguments.exclude("--format", "--titles");
     return [options](const Context &context) { return run(context, *options); };

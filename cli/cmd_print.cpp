@@ -96,6 +96,8 @@ Body declare(Arguments &arguments) {
                      "text (default), ten symbols a line, or a table like a code chart");
     arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
+    arguments.exclude("--format", "--json");
+    arguments.exclude("--as", "--json");
     arguments.exclude("--format", "--as");
     return [options](const Context &context) { return run(context, *options); };
 }

@@ -98,6 +98,7 @@ Body declare(Arguments &arguments) {
                      "Title of the only symbol file to search");
     arguments.option("-f,--format", Value::format, options->format,
                      "A line for each symbol: " + SymbolFormat::fields() + ", \\t, \\n");
+    arguments.exclude("--format", "--json");
     return [options](const Context &context) { return run(context, *options); };
 }
 

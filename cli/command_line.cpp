@@ -47,7 +47,11 @@ Failure misuse(const CLI::App &app, const CLI::ParseError &error) {
     std::string text = error.what();
     std::vector<std::string> hints;
     if (no_command) text = "there is no command " + unknown.front();
-    if (no_command || dynamic_cast<const CLI::ExtrasError *>(&error)) {
+    // A word that was taken for an option may be the one that is lacking.
+    const bool extra =
+        dynamic_cast<const CLI::ExtrasError *>(&error) ||
+        (dynamic_cast<const CLI::RequiredError *>(&error) && !app.remaining(true).empty());
+    if (no_command || extra) {
         const std::string word = no_command ? unknown.front() : app.remaining(true).front();
         if (!no_command) text = "what is " + word + "?";
         hints = did_you_mean(near_words(app, word));
@@ -136,6 +140,10 @@ void CommandLine::declare(const Command &command) {
 
 std::optional<Invocation> CommandLine::parse(std::vector<std::string> words) {
     CLI::App &app = parser_->app;
+    if (!words.empty() && words.front() == "help") {
+        words.erase(words.begin());
+        words.emplace_back("--help");
+    }
     write_out_verb(words, declared_);
     std::reverse(words.begin(), words.end()); // as the parser takes them
     try {

@@ -32,7 +32,7 @@ class CommandLine {
     CommandLine &operator=(const CommandLine &) = delete;
 
     /**
-     * Reads the words behind the name of the program.
+     * Reads the words behind the name of the program. "help COMMAND" is "COMMAND --help".
      * @return nothing when they ask for help or the version, which is written then
      * @throws Failure (refused) for a word that is no command, may be several, is no option, or
      *         lacks its value

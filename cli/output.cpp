@@ -19,7 +19,7 @@ constexpr std::size_t gap = 2; // columns between two of a table
 /** Whether the terminal takes a command for the next column. */
 bool terminal_places() {
     const char *terminal = std::getenv("TERM");
-    return terminal && std::string_view(terminal) != "dumb";
+    return terminal && *terminal != '\0' && std::string_view(terminal) != "dumb";
 }
 
 std::string to_column(std::size_t column) {

@@ -27,10 +27,12 @@ class Rank {
     friend Rank both(Rank a, Rank b) {
         if (!a.matches() || !b.matches()) return {};
         const Rank worse = std::max(a, b), better = std::min(a, b);
-        return {worse.match(), (worse.value_ & most_detail) + (better.value_ & most_detail)};
+        return {worse.match(),
+                apart_detail + (worse.value_ & most_detail) + (better.value_ & most_detail)};
     }
 
   private:
+    static constexpr std::size_t apart_detail = 200; /**< behind names with all of the words */
     static constexpr unsigned detail_bits = 24;
     static constexpr std::uint32_t most_detail = (1U << detail_bits) - 1, none = UINT32_MAX;
     std::uint32_t value_ = none;

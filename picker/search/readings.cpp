@@ -35,16 +35,20 @@ const SymbolNames *names_of(std::span<const unsigned char> symbol) {
     return found != std::end(names) && found->code == code ? found : nullptr;
 }
 
-std::vector<std::string> readings_of(std::span<const unsigned char> symbol) {
-    std::vector<std::string> readings;
-    const SymbolNames *const found = names_of(symbol);
-    std::string_view rest = found ? found->readings : std::string_view();
-    while (!rest.empty()) {
-        const auto end = std::min(rest.find(','), rest.size());
-        readings.emplace_back(rest.substr(0, end));
-        rest.remove_prefix(std::min(end + 1, rest.size()));
+std::vector<std::string_view> listed(std::string_view text) {
+    std::vector<std::string_view> parts;
+    while (!text.empty()) {
+        const auto end = std::min(text.find(','), text.size());
+        parts.push_back(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
     }
-    return readings;
+    return parts;
+}
+
+std::vector<std::string> readings_of(std::span<const unsigned char> symbol) {
+    const SymbolNames *const found = names_of(symbol);
+    const auto parts = listed(found ? found->readings : std::string_view());
+    return {parts.begin(), parts.end()};
 }
 
 bool is_group_word(std::string_view reading) {

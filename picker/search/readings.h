@@ -17,7 +17,8 @@ struct SymbolNames {
     unsigned short code = 0;   /**< Shift_JIS, lead byte first */
     std::string_view readings; /**< hiragana and ー, commas between, most used first */
     std::string_view name;     /**< Japanese; of this symbol alone */
-    std::string_view english;  /**< lower-case letters, blanks and hyphens; of this symbol alone */
+    std::string_view english;  /**< lower-case letters, blanks, hyphens; of this symbol alone */
+    std::string_view also{};   /**< other names, words and spellings, commas between */
 };
 
 /** All symbols that have names, by their codes. */
@@ -25,6 +26,9 @@ std::span<const SymbolNames> all_names();
 
 /** Names of a symbol; null for one without, as most kanji are. */
 const SymbolNames *names_of(std::span<const unsigned char> symbol);
+
+/** The parts of a text with commas between. */
+std::vector<std::string_view> listed(std::string_view text);
 
 /** Readings of a symbol one by one, most used first; none for one without. */
 std::vector<std::string> readings_of(std::span<const unsigned char> symbol);

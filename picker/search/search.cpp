@@ -52,6 +52,16 @@ bool is_letter_or_digit(char32_t character) {
     return u_isalnum(static_cast<UChar32>(character)) != 0;
 }
 
+/** Titles of a path may be typed with blanks between. */
+std::string without_blanks_at_slashes(std::string text) {
+    for (const std::string_view blank : {" /", "/ "}) {
+        for (auto at = text.find(blank); at != std::string::npos; at = text.find(blank)) {
+            text.replace(at, blank.size(), "/");
+        }
+    }
+    return text;
+}
+
 class Search {
   public:
     Search(const SearchIndex &index, std::span<const unsigned char> within) : index_(index) {
@@ -63,7 +73,7 @@ class Search {
     }
 
     SearchResult run(std::string_view text) {
-        const std::string typed = folded(text);
+        const std::string typed = without_blanks_at_slashes(folded(text));
         find_codes(typed);
         const std::u32string characters = characters_of(text);
         const bool signs = std::ranges::none_of(characters, is_letter_or_digit);
@@ -73,6 +83,9 @@ class Search {
         }
         rank(typed);
         find_ranked();
+        if (result_.found.empty() && result_.elsewhere.empty()) {
+            result_.no_symbols.insert(result_.no_symbols.end(), lacking_.begin(), lacking_.end());
+        }
         if (result_.found.empty() && result_.no_symbols.empty() && result_.elsewhere.empty()) {
             result_.meant = near_terms(typed, most_meant);
             add_near_titles(typed);
@@ -98,8 +111,10 @@ class Search {
         const unsigned short number = code_of(std::span(symbol).first<2>());
         const auto same = std::ranges::find(result_.found, symbol, &FoundSymbol::symbol);
         if (same == result_.found.end()) {
-            result_.found.push_back({symbol, match, code, titles_with(number)});
             ranks_.add(number, {Match::itself, 0});
+            std::vector<TitleNumber> titles = titles_with(number);
+            if (searched_ && titles.empty()) return result_.elsewhere.push_back(symbol);
+            result_.found.push_back({symbol, match, code, std::move(titles)});
         } else if (!code.empty()) {
             same->code += ", " + code;
         }
@@ -145,7 +160,13 @@ class Search {
 
     void find_characters(const std::u32string &characters) {
         for (const char32_t character : characters) {
-            if (const auto symbol = symbol_of(character)) add(*symbol, Match::itself);
+            if (const auto symbol = symbol_of(character)) {
+                add(*symbol, Match::itself);
+            } else if (lacking_.size() < most_meant) {
+                const std::string utf8 = to_utf8(character);
+                lacking_.push_back("Shift_JIS has no character " + utf8 + " (" +
+                                   unicode_names(utf8) + ")");
+            }
         }
     }
 
@@ -180,6 +201,7 @@ class Search {
         rank_words(typed, ranks_);
         const std::vector<std::string> words = words_of(typed);
         if (words.size() < 2) return;
+        rank_by_words(words, ranks_);
         // A symbol may also answer each word by itself.
         Ranks all;
         rank_words(words.front(), all);
@@ -240,7 +262,7 @@ class Search {
              ++title) {
             const std::string_view path = index_.folded_path(title);
             const auto slash = path.rfind('/');
-            if (differ_by_one(path.substr(slash + 1), typed))
+            if (is_long_for_a_slip(typed) && differ_by_one(path.substr(slash + 1), typed))
                 result_.meant.push_back(index_.path(title));
         }
     }
@@ -249,6 +271,7 @@ class Search {
     std::optional<std::vector<bool>> searched_;
     Ranks ranks_;
     SearchResult result_;
+    std::vector<std::string> lacking_; /**< of what was typed and can be no symbol */
 };
 
 } // namespace

@@ -31,16 +31,17 @@ struct FoundSymbol {
     Sjis symbol; /**< two bytes */
     Match match;
     std::string code; /**< the code that was typed, with its kind ("j:216E"); else empty */
-    std::vector<TitleNumber> titles; /**< that hold it, of those that were searched; may be none */
+    std::vector<TitleNumber> titles; /**< that hold it, of those that were searched; none for a
+                                        symbol that was typed and is in no set */
 };
 
 struct SearchResult {
     std::vector<FoundSymbol> found; /**< best first, each symbol once */
 
-    /** Codes that were typed and stand for no symbol, and why; lines for people. */
+    /** Codes and characters that were typed and stand for no symbol, and why; lines for people. */
     std::vector<std::string> no_symbols;
 
-    /** Symbols that answer better than all that is found, and stand in no set searched. */
+    /** Symbols that answer better than all that is found, and stand nowhere that was searched. */
     std::vector<Sjis> elsewhere;
 
     /** When nothing is found: readings, words and titles that differ by one letter. */

@@ -15,7 +15,9 @@ constexpr std::size_t group_word_detail = 1000; // behind every other reading
 constexpr std::size_t same_sound_detail = 50;   // behind the same kana
 constexpr std::size_t word_start_detail = 100;  // behind every whole word
 constexpr std::size_t word_letter_detail = 10;  // for each letter that is lacking
-constexpr std::size_t least_near = 3;           // characters of a text that may be a slip
+constexpr std::size_t phrase_detail = 4;        // behind names that have the words in a row
+constexpr std::size_t other_word_detail = 20;   // for each word of a name that was not typed
+constexpr std::size_t least_near = 4;           // characters of a text that may be a slip
 
 struct ReadingTerm {
     unsigned short code;
@@ -29,6 +31,7 @@ struct NameTerm {
     unsigned short code;
     std::string japanese; /**< folded */
     std::string english;  /**< blanks for hyphens */
+    std::vector<std::string> others;
     std::string spelling; /**< of several characters in place of the symbol: (株), km, 10 */
 };
 
@@ -65,8 +68,12 @@ struct Terms {
             const std::string character = to_utf8(pair_of(code));
             std::string spelling = folded(character);
             if (spelling == character) spelling.clear();
-            names.push_back(
-                {code, folded(symbol.name), without_hyphens(symbol.english), std::move(spelling)});
+            std::vector<std::string> others;
+            for (const std::string_view other : listed(symbol.also)) {
+                others.push_back(folded(other));
+            }
+            names.push_back({code, folded(symbol.name), without_hyphens(symbol.english),
+                             std::move(others), std::move(spelling)});
         }
     }
     std::vector<ReadingTerm> readings;
@@ -130,7 +137,35 @@ Rank rank_of_name(std::string_view name, std::string_view text) {
     return {Match::inside, length_of(name)};
 }
 
+/** How well a name answers several words, each of which begins one of its own. */
+Rank rank_of_words(std::string_view name, const std::vector<std::string> &words) {
+    std::vector<std::string_view> own;
+    for (std::string_view rest = name; !rest.empty();) {
+        const auto end = std::min(rest.find(' '), rest.size());
+        own.push_back(rest.substr(0, end));
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    std::size_t more = 0;
+    for (const std::string &word : words) {
+        const auto found = std::ranges::find_if(
+            own, [&](std::string_view other) { return other.starts_with(word); });
+        if (found == own.end()) return {};
+        more += length_of(*found) - length_of(word);
+        own.erase(found);
+    }
+    return {Match::name_word, phrase_detail + other_word_detail * own.size() + more};
+}
+
 } // namespace
+
+void rank_by_words(const std::vector<std::string> &folded_words, Ranks &ranks) {
+    for (const NameTerm &term : terms().names) {
+        ranks.add(term.code, rank_of_words(term.english, folded_words));
+        for (const std::string &other : term.others) {
+            ranks.add(term.code, rank_of_words(other, folded_words));
+        }
+    }
+}
 
 void rank_by_terms(std::string_view folded_text, Ranks &ranks) {
     for (const TypedReading &typed : typed_readings(folded_text)) {
@@ -149,6 +184,9 @@ void rank_by_terms(std::string_view folded_text, Ranks &ranks) {
     for (const NameTerm &term : terms().names) {
         ranks.add(term.code, rank_of_name(term.japanese, folded_text));
         ranks.add(term.code, rank_of_name(term.english, words));
+        for (const std::string &other : term.others) {
+            ranks.add(term.code, rank_of_name(other, folded_text));
+        }
         ranks.add(term.code, rank_of_spelling(term.spelling, folded_text));
     }
 }
@@ -178,6 +216,13 @@ Rank rank_of_path(std::string_view path, std::string_view folded_text) {
     }
 }
 
+bool is_long_for_a_slip(std::string_view folded_text) {
+    const std::u32string characters = to_characters(folded_text);
+    const bool kanji =
+        std::ranges::all_of(characters, [](char32_t character) { return character >= U'一'; });
+    return characters.size() >= least_near - (kanji ? 1 : 0);
+}
+
 std::vector<std::string> near_terms(std::string_view folded_text, std::size_t most) {
     std::vector<std::string> near;
     const auto add = [&](std::string word) {
@@ -185,7 +230,7 @@ std::vector<std::string> near_terms(std::string_view folded_text, std::size_t mo
             near.push_back(std::move(word));
         }
     };
-    if (length_of(folded_text) < least_near) return near;
+    if (!is_long_for_a_slip(folded_text)) return near;
     const std::string sound = spoken(folded_text), letters = in_letters(folded_text);
     for (const ReadingTerm &term : terms().readings) {
         if (differ_by_one(term.spoken, sound)) add(term.text);
@@ -200,7 +245,6 @@ std::vector<std::string> near_terms(std::string_view folded_text, std::size_t mo
             readings_in_letters[i] == letters || differ_by_one(readings_in_letters[i], letters);
         if (near_enough && letters.size() > least_near) add(terms().readings[i].text);
     }
-    if (length_of(folded_text) <= least_near) return near;
     for (const NameTerm &term : terms().names) {
         std::string_view rest = term.english;
         while (!rest.empty()) {

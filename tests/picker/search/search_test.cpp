@@ -61,12 +61,13 @@ TEST_F(Index, follows_the_files) {
     EXPECT_EQ(stars(), "甲／図／星 乙／隠 ");
     EXPECT_EQ(index.not_searched().size(), 2U);
     EXPECT_EQ(found(index, "★", "甲"), "★☆");
-    EXPECT_EQ(found(index, "→", "甲／図／星"), "→"); // typed itself, though it is not there
+    EXPECT_EQ(found(index, "→", "甲／図／星"), "; elsewhere →");
+    EXPECT_EQ(found(index, "2-10", "甲／図／星"), "; elsewhere →");
     EXPECT_EQ(found(index, "みぎ", "甲／図／星"), "; elsewhere →㊨⇒┐┘┓┛）");
     EXPECT_EQ(found(index, "ほし", "甲／図"), "☆★");
     EXPECT_EQ(found(index, "図/星"), "☆★");
     EXPECT_EQ(found(index, "隠"), "隠★");
-    EXPECT_EQ(found(index, "隠", "甲"), "隠");
+    EXPECT_EQ(found(index, "隠", "甲"), "; elsewhere 隠");
     index.refresh({});
     EXPECT_EQ(index.size(), 0U);
     EXPECT_EQ(found(index, "ほし").substr(0, 12), "; elsewhere ");
@@ -124,6 +125,7 @@ TEST_F(Index, tells_codes_apart) {
         {"U+D800", "; Shift_JIS has no character U+D800"},
         {"U+0041", "Ａ(U+FF21); U+0041 is a single-byte character; its double-byte form is Ａ"},
         {"13-1", "①(k:13-1)"},
+        {"€", "; Shift_JIS has no character € (U+20AC)"},
     };
     for (const auto &row : rows) EXPECT_EQ(found(index, row.typed), row.expected) << row.typed;
 }
