@@ -19,10 +19,8 @@ struct Case {
 TEST(PathCompletion, goes_on_from_title_to_title_as_it_was_typed) {
     const Workspace workspace;
     workspace.put("default.kig",
-                  symbol_file("標準の記号", block("矢印", "→←") + block("矢印／太い") +
-                                                block("矢印の論") + block("孤／児")));
-    workspace.put("other.kig", symbol_file("矢", block("空 白") + block("＼", "→") +
-                                                   block("赤\033[31m") + block("赤\033[31m／下")));
+                  symbol_file("標準の記号", block("矢印", "→←") + block("矢印／太い") + block("矢印の論") + block("孤／児")));
+    workspace.put("other.kig", symbol_file("矢", block("空 白") + block("＼", "→") + block("赤\033[31m") + block("赤\033[31m／下")));
     workspace.put("separated.kig", symbol_file("甲／乙", block("丙")));
     write_file(workspace.common / "hidden.kig", symbol_file("矢", block("隠")));
     write_file(workspace.common / "damaged.kig", "damaged");
