@@ -36,18 +36,28 @@ std::vector<std::string> differences_of(const Sjis &bytes, const Sjis &text, con
     return lines;
 }
 
-/** Why a file cannot be written by way of its text; empty when it can. */
-std::string refusal_of(const Snapshot &snapshot, const Sjis &saved) {
-    const Title file = snapshot.file();
-    if (Snapshot::of_text(saved, snapshot.path()).file().sjis != file.sjis) {
-        return "the title of " + snapshot.path() + " would be another after a save";
+/**
+ * Why the library will not open or save a text; empty when it will.
+ * @param file  title that the text had on disk
+ */
+std::string refusal_of(const Snapshot &saved, const Title &file) {
+    if (saved.file().sjis != file.sjis) {
+        return "the title of " + saved.path() + " would be another after a save";
     }
     if (const auto reason = file_title_refusal(file)) {
         return "a set cannot be given the title '" + file.text + "': " + *reason;
     }
-    for (std::size_t i = 1; i < snapshot.size(); ++i) {
-        if (snapshot.path_of(i).size() - file.sjis.size() + stand_in_bytes > most_path) {
-            return "the path of " + shortened(snapshot.title(i).text) + " is too long";
+    if (saved.size() - 1 > most_titles) return saved.path() + " has more titles than a set can";
+    const std::size_t file_bytes = file.sjis.size();
+    for (std::size_t i = 1; i < saved.size(); ++i) {
+        const auto path = saved.path_of(i);
+        const std::size_t longer = file_bytes < stand_in_bytes ? stand_in_bytes - file_bytes : 0;
+        const std::size_t title_at = above(path, file_bytes).size() + 2;
+        if (path.size() + longer > most_path || path.size() > title_at + most_title) {
+            return "the path of " + shortened(saved.title(i).text) + " is too long";
+        }
+        if (saved.level(i) > most_levels) {
+            return shortened(saved.title(i).text) + " stands below the tenth level, the last";
         }
     }
     return {};
@@ -71,15 +81,17 @@ History::Print History::print_of(const Sjis &bytes) {
 History::Seen History::seen(const std::string &path) {
     const Sjis bytes = read_file(path).bytes;
     const Snapshot as_read = Snapshot::of_text(text_form(bytes), path);
-    Sjis text = as_read.text();
+    Snapshot saved = as_read;
     for (int saves = 0; saves < most_saves; ++saves) {
-        Sjis again = Snapshot::of_text(text_form(disk_form(text)), path).text();
-        if (again == text) break;
-        text = std::move(again);
+        Snapshot again = Snapshot::of_text(text_form(disk_form(saved.text())), path);
+        const bool same = again.text() == saved.text();
+        saved = std::move(again);
+        if (same) break;
     }
-    return {{as_read.file(), path, print_of(bytes), print_of(text),
-             differences_of(bytes, text, as_read.text(), path), refusal_of(as_read, text)},
-            text};
+    return {{as_read.file(), path, print_of(bytes), print_of(saved.text()),
+             differences_of(bytes, saved.text(), as_read.text(), path),
+             refusal_of(saved, as_read.file())},
+            saved.text()};
 }
 
 /** @param before  nothing when it could not be read */

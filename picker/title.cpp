@@ -12,7 +12,6 @@
 namespace kigou {
 namespace {
 
-constexpr std::size_t most_title = 256;
 constexpr std::size_t most_file_title = 255;
 constexpr std::array<unsigned char, 2> separator_bytes{0x81, 0x5E};
 

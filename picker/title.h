@@ -31,6 +31,9 @@ inline constexpr std::size_t most_levels = 10;
 /** Titles of a file that the library opens. */
 inline constexpr std::size_t most_titles = 32766;
 
+/** Bytes of one title. */
+inline constexpr std::size_t most_title = 256;
+
 /** Bytes of a full path, the file title included. */
 inline constexpr std::size_t most_path = 514;
 

@@ -9,6 +9,7 @@
 #include "picker/recovery.h"
 #include "picker/set_import.h"
 #include "picker/symbol_data.h"
+#include "tests/picker/edits.h"
 #include "tests/support/children.h"
 #include "tests/support/workspace.h"
 
@@ -36,25 +37,9 @@ struct Sets : Workspace {
     }
 };
 
-Sjis data_of(const std::string &symbols) {
-    Sjis data = to_sjis(symbols);
-    data.insert(data.end(), {'\r', '\n'});
-    return data;
-}
-
 void append(Edit &edit, const std::string &symbols) {
     edit.locate("例/甲");
     edit.put(data_of(symbols), true);
-}
-
-FailureKind kind_of(const std::function<void()> &work) {
-    try {
-        work();
-    } catch (const Failure &failure) {
-        return failure.kind();
-    }
-    ADD_FAILURE() << "did not fail";
-    return FailureKind::failed;
 }
 
 /** The title of the first level that begins so. */

@@ -9,6 +9,7 @@
 
 #include "fuzz/odd_files.h"
 #include "picker/set_import.h"
+#include "tests/picker/edits.h"
 #include "tests/support/children.h"
 #include "tests/support/workspace.h"
 
@@ -36,7 +37,6 @@ struct Sets : Workspace {
         }
         return files;
     }
-    std::string rei() const { return ::read_file(program / "rei.kig"); }
 
     EditReport edit(const std::string &path, const std::function<void(Edit &)> &work, const EditOptions &options = {}) {
         Edit edit(directories, options, {}, true);
@@ -52,24 +52,8 @@ std::multiset<std::string> bytes_of(const Files &files) {
     return bytes;
 }
 
-Sjis data_of(const std::string &symbols) {
-    Sjis data = to_sjis(symbols);
-    data.insert(data.end(), {'\r', '\n'});
-    return data;
-}
-
 std::function<void(Edit &)> putting(const std::string &symbols, bool append = true) {
     return [=](Edit &edit) { edit.put(data_of(symbols), append); };
-}
-
-FailureKind kind_of(const std::function<void()> &work) {
-    try {
-        work();
-    } catch (const Failure &failure) {
-        return failure.kind();
-    }
-    ADD_FAILURE() << "did not fail";
-    return FailureKind::failed;
 }
 
 void import(Edit &edit) {
@@ -155,6 +139,17 @@ TEST(history, says_what_of_a_file_will_not_come_back) {
         EXPECT_EQ(bytes_of(sets.files()).count(c.bytes) == 1, c.told.empty()) << c.name;
         sets.history.redo({});
         EXPECT_EQ(sets.history.to_undo()->differences.size(), deletes ? 1U : 0U) << c.name << ": it was as a save leaves it";
+    }
+}
+
+TEST(history, says_what_the_library_will_not_take_again) {
+    for (const std::string &path : {std::string(257, 'A'), std::string(250, 'A') + "／" + std::string(250, 'A') + "／A234567890",
+                                    std::string("一／二／三／四／五／六／七／八／九／十")}) {
+        Sets sets;
+        sets.put("rei.kig", symbol_file("T", block(path, "→\n")));
+        sets.history.delete_set(typed_title("T"), {}, {});
+        EXPECT_NE(sets.history.to_undo()->refusal, "") << path;
+        EXPECT_EQ(kind_of([&] { sets.history.undo({}); }), FailureKind::refused) << path;
     }
 }
 

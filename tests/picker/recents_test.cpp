@@ -172,6 +172,7 @@ TEST(recents, lose_none_of_two_processes_and_stand_a_kill) {
         }
         for (const Sjis &one : expected) EXPECT_EQ(std::ranges::count(picks.symbols, one), 1) << "round " << round;
     }
+    write_file(state.folder / ".accsym-save-1-w0", "819A"); // of one that was killed as it wrote
     for (const auto &entry : fs::directory_iterator(state.folder))
         fs::last_write_time(entry, fs::file_time_type::clock::now() - std::chrono::seconds(10));
     state.add("→");
