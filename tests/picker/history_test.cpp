@@ -143,13 +143,20 @@ TEST(history, says_what_of_a_file_will_not_come_back) {
 }
 
 TEST(history, says_what_the_library_will_not_take_again) {
-    for (const std::string &path : {std::string(257, 'A'), std::string(250, 'A') + "／" + std::string(250, 'A') + "／A234567890",
-                                    std::string("一／二／三／四／五／六／七／八／九／十")}) {
+    const std::string long_path = std::string(250, 'A') + "／" + std::string(250, 'A') + "／A234567890";
+    const std::pair<const char *, std::string> cases[] = {
+        {"long title", symbol_file("T", block(std::string(257, 'A')))},
+        {"long path", symbol_file("T", block(long_path))},
+        {"deep path", symbol_file("T", block("一／二／三／四／五／六／七／八／九／十"))},
+        {"a save would make it Tremark", symbol_file("T\rremark", block("甲", "→\n"))},
+    };
+    for (const auto &[name, bytes] : cases) {
         Sets sets;
-        sets.put("rei.kig", symbol_file("T", block(path, "→\n")));
+        sets.put("rei.kig", bytes);
         sets.history.delete_set(typed_title("T"), {}, {});
-        EXPECT_NE(sets.history.to_undo()->refusal, "") << path;
-        EXPECT_EQ(kind_of([&] { sets.history.undo({}); }), FailureKind::refused) << path;
+        EXPECT_NE(sets.history.to_undo()->refusal, "") << name;
+        EXPECT_EQ(kind_of([&] { sets.history.undo({}); }), FailureKind::refused) << name;
+        EXPECT_TRUE(sets.files().empty()) << name;
     }
 }
 
