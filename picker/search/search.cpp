@@ -29,6 +29,11 @@ std::vector<std::string> words_of(const std::string &text) {
 /** The symbol that a character is or, for a single-byte one, has the form of. */
 std::optional<Sjis> symbol_of(char32_t character) {
     auto symbol = sjis_of(double_byte_form(character));
+    if (!symbol) {
+        // One that means the same, such as the micro sign for μ.
+        const std::u32string same = to_characters(folded(to_utf8(character)));
+        if (same.size() == 1) symbol = sjis_of(same.front());
+    }
     if (!symbol || symbol->size() != 2) return std::nullopt;
     return symbol;
 }

@@ -15,6 +15,7 @@ constexpr std::size_t group_word_detail = 1000; // behind every other reading
 constexpr std::size_t same_sound_detail = 50;   // behind the same kana
 constexpr std::size_t word_start_detail = 100;  // behind every whole word
 constexpr std::size_t word_letter_detail = 10;  // for each letter that is lacking
+constexpr std::size_t other_start_detail = 200; // behind the beginnings of names
 constexpr std::size_t phrase_detail = 4;        // behind names that have the words in a row
 constexpr std::size_t other_word_detail = 20;   // for each word of a name that was not typed
 constexpr std::size_t least_near = 4;           // characters of a text that may be a slip
@@ -137,6 +138,14 @@ Rank rank_of_name(std::string_view name, std::string_view text) {
     return {Match::inside, length_of(name)};
 }
 
+/** One of the other names, most used first: many symbols share a word. */
+Rank rank_of_other(std::string_view name, std::size_t place, std::string_view text) {
+    if (name == text) return {Match::name_word, place};
+    const Rank rank = rank_of_name(name, text);
+    if (!rank.matches() || rank.match() != Match::name_word) return rank;
+    return {Match::name_word, other_start_detail + place};
+}
+
 /** How well a name answers several words, each of which begins one of its own. */
 Rank rank_of_words(std::string_view name, const std::vector<std::string> &words) {
     std::vector<std::string_view> own;
@@ -184,8 +193,8 @@ void rank_by_terms(std::string_view folded_text, Ranks &ranks) {
     for (const NameTerm &term : terms().names) {
         ranks.add(term.code, rank_of_name(term.japanese, folded_text));
         ranks.add(term.code, rank_of_name(term.english, words));
-        for (const std::string &other : term.others) {
-            ranks.add(term.code, rank_of_name(other, folded_text));
+        for (std::size_t place = 0; place < term.others.size(); ++place) {
+            ranks.add(term.code, rank_of_other(term.others[place], place, folded_text));
         }
         ranks.add(term.code, rank_of_spelling(term.spelling, folded_text));
     }
