@@ -103,7 +103,8 @@ Recents::File Recents::look() const {
 std::string Recents::put_aside(const std::string &damage) const {
     const std::string aside = path_ + damaged_suffix;
     unlink(aside.c_str()); // an earlier one, which may be of another kind
-    if (std::rename(path_.c_str(), aside.c_str()) != 0) {
+    // What can be read of it stays until the new file is written. A folder has but one name.
+    if (link(path_.c_str(), aside.c_str()) != 0 && std::rename(path_.c_str(), aside.c_str()) != 0) {
         throw Failure(FailureKind::failed, path_ + " is damaged (" + damage +
                                                ") and cannot be renamed: " + std::strerror(errno));
     }

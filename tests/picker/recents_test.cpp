@@ -2,6 +2,7 @@
 #include "picker/recents.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/time.h>
 
@@ -109,6 +110,26 @@ TEST(recents, put_a_damaged_file_aside_and_keep_what_can_be_read) {
             EXPECT_EQ(::read_file(state.root / "elsewhere"), "81A8 →\n") << c.name;
         }
     }
+}
+
+TEST(recents, of_a_damaged_file_stay_when_the_disk_is_full) {
+    const State state;
+    fs::create_directories(state.folder);
+    write_file(state.file, "81A8 →\nx\n");
+    for (const char *const when : {"first", "again"}) {
+        EXPECT_EQ(in_children(1,
+                              [&](int) {
+                                  signal(SIGXFSZ, SIG_IGN);
+                                  const rlimit none{0, 0};
+                                  setrlimit(RLIMIT_FSIZE, &none);
+                                  const RecentPicks picks = state.add("★");
+                                  return !picks.done && text_of(picks) == "81A8 " ? 0 : 1;
+                              })[0],
+                  0)
+            << when;
+    }
+    EXPECT_EQ(text_of(state.add("★")), "819A 81A8 ");
+    EXPECT_EQ(::read_file(state.aside), "81A8 →\nx\n");
 }
 
 TEST(recents, that_cannot_be_noted_are_no_obstacle_and_the_old_ones_stay) {
