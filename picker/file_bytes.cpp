@@ -97,6 +97,14 @@ void write_all(int descriptor, std::span<const unsigned char> bytes) {
     errno = 0;
 }
 
+/** Has the system write a new name to the disk. The file is there whatever comes of that. */
+void sync_folder_of(const std::string &path) {
+    const auto slash = path.rfind('/');
+    const std::string folder = slash == path.npos ? "." : path.substr(0, slash + 1);
+    const Descriptor descriptor(open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.number() >= 0) fsync(descriptor.number());
+}
+
 /** A file that is whole and on the disk, under a name of its own beside the one it is to have. */
 class Beside {
   public:
@@ -174,6 +182,7 @@ bool write_new(const std::string &path, std::span<const unsigned char> bytes, mo
         reason = rename(fresh.name(), path.c_str()) == 0 ? 0 : errno;
     }
     if (reason != 0 && reason != EEXIST) fail("cannot write", path, reason);
+    if (reason == 0) sync_folder_of(path);
     return reason == 0;
 }
 
