@@ -5,7 +5,12 @@
 #include <span>
 #include <string>
 
+#include "picker/directories.h"
+
 namespace kigou {
+
+/** Where the backups of the sets of a folder are. */
+std::string backup_folder(const std::string &folder);
 
 /**
  * A copy of a set in the folder "backup" beside it, named for the title of the set (another set
@@ -35,13 +40,22 @@ class Backup {
 };
 
 /**
- * Keeps what is not in a set, such as an edit that was not saved, in the folder of its backups.
+ * Keeps what is not in a set, such as an edit that was not saved, in the folder of its backups. It
+ * replaces nothing that was kept before.
  * @param bytes  of a symbol file
- * @return       path of the copy, in place of an earlier one
+ * @return       path of the copy, which is on the disk; of an earlier one with the same bytes
  * @throws Failure (failed) with the system's reason
  */
 std::string keep_beside(const std::string &path, const std::string &title,
                         std::span<const unsigned char> bytes);
+
+/**
+ * Ends the backups of processes that were killed within an edit: one that is as a set is now goes,
+ * as that edit was not saved, and another one becomes the backup. Where another process edits the
+ * sets, or there are no locks, they stay.
+ * @throws Failure  when it cannot look; nothing is lost
+ */
+void settle_backups(const Directories &directories);
 
 } // namespace kigou
 

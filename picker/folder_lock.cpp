@@ -70,7 +70,10 @@ FolderLock::FolderLock(const std::string &folder, const EditHooks &hooks) {
     try {
         for (bool told = false; flock(file_, LOCK_EX | LOCK_NB) != 0;) {
             if (errno == EINTR) continue;
-            if (errno == ENOLCK || errno == EOPNOTSUPP || errno == EINVAL) return;
+            if (errno == ENOLCK || errno == EOPNOTSUPP || errno == EINVAL) {
+                close(std::exchange(file_, -1));
+                return;
+            }
             if (errno != EWOULDBLOCK) fail(path);
             stop_if_asked(hooks);
             if (!std::exchange(told, true) && hooks.waits) hooks.waits(folder);

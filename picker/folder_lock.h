@@ -40,6 +40,9 @@ class FolderLock {
     FolderLock &operator=(const FolderLock &) = delete;
     FolderLock &operator=(FolderLock &&) = delete;
 
+    /** Whether there is a lock, so that nobody else edits. */
+    explicit operator bool() const { return file_ >= 0; }
+
   private:
     int file_ = -1;
 };

@@ -130,8 +130,12 @@ std::optional<Leftover> judge(const fs::path &path, const Recovered &found, cons
     const auto age = identity_of(path.string());
     if (!age || age->modified >= saved.identity().modified) return left;
     if (holds(saved, Snapshot::of_text(found.text, path.string()))) return std::nullopt;
-    return Leftover{left.path, left.title,
-                    keep_beside(set->path, found.title.text, disk_form(found.text))};
+    try {
+        return Leftover{left.path, left.title,
+                        keep_beside(set->path, found.title.text, disk_form(found.text))};
+    } catch (const Failure &) {
+        return left; // the disk may be full
+    }
 }
 
 void sweep(const std::vector<fs::path> &paths, Recovered (*read)(const std::string &),
@@ -147,6 +151,20 @@ void sweep(const std::vector<fs::path> &paths, Recovered (*read)(const std::stri
         } catch (const Failure &) {
             // Not ours, or nothing that could be recovered: whoever made it may know.
         }
+    }
+}
+
+/** Ends what was begun in the folders of the backups. A copy in part is of what is there whole. */
+void sweep_backups(const Directories &directories) {
+    for (const std::string &folder : {directories.common, directories.program}) {
+        for (const fs::path &path : files_named(backup_folder(folder), unfinished_prefix, 0)) {
+            remove_leftover(path.string());
+        }
+    }
+    try {
+        settle_backups(directories);
+    } catch (const Failure &) {
+        // Another process edits the sets; the next look will do.
     }
 }
 
@@ -210,6 +228,7 @@ std::string keep_recovered(const Directories &directories, const Recovered &reco
 
 std::vector<Leftover> sweep_leftovers(const Directories &directories) {
     sweep_scratch_folders();
+    sweep_backups(directories);
     const std::vector<fs::path> working =
         files_named(temporary_directory(), working_prefix, working_name);
     std::vector<fs::path> saves = files_named(directories.common, unfinished_prefix, 0);
