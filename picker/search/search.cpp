@@ -82,12 +82,14 @@ class Search {
         find_codes(typed);
         const std::u32string characters = characters_of(text);
         const bool signs = std::ranges::none_of(characters, is_letter_or_digit);
-        if (result_.found.empty() && (characters.size() == 1 || signs)) {
+        if (result_.found.empty() && characters.size() == 1) {
             find_characters(characters);
-            if (characters.size() == 1) find_lookalikes();
+            find_lookalikes();
         }
         rank(typed);
         find_ranked();
+        // Several may be the spelling of one, such as -> for an arrow.
+        if (signs && characters.size() > 1) find_characters(characters);
         if (result_.found.empty() && result_.elsewhere.empty()) {
             result_.no_symbols.insert(result_.no_symbols.end(), lacking_.begin(), lacking_.end());
         }
