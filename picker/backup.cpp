@@ -131,7 +131,7 @@ std::string keep_beside(const std::string &path, const std::string &title,
                         std::span<const unsigned char> bytes) {
     const std::string start = (folder_of(path) / (unsaved_prefix + name_of(path, title))).string();
     for (int number = 1;; ++number) {
-        const std::string copy = start + (number == 1 ? "" : "-" + std::to_string(number)) + suffix;
+        std::string copy = start + (number == 1 ? "" : "-" + std::to_string(number)) + suffix;
         std::error_code error;
         // One that is there needs no room on the disk, and another process may just have made it.
         const bool is_free = !fs::exists(fs::symlink_status(copy, error));
