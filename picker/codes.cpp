@@ -146,6 +146,8 @@ SymbolCodes codes_of(const Sjis &symbol) {
         const auto code = static_cast<unsigned short>(symbol[0] << 8 | symbol[1]);
         codes.jis = jis_of(code);
         codes.kuten = kuten_of(code);
+        const Sjis euc = disk_form(symbol);
+        codes.euc = hex("", code_of(std::span(euc).first<2>()));
     }
     if (codes.symbol.find(to_utf8(replacement_character)) == std::string::npos) {
         codes.unicode = unicode_names(codes.symbol);

@@ -16,6 +16,7 @@ struct SymbolCodes {
     std::string symbol;  /**< UTF-8; U+FFFD for what is no character */
     std::string sjis;    /**< upper-case hexadecimal, as in the symbol file's text */
     std::string jis;     /**< four hexadecimal digits; empty outside rows 1 to 94 */
+    std::string euc;     /**< EUC-JP, four hexadecimal digits; empty outside rows 1 to 94 */
     std::string kuten;   /**< row and cell, "2-10"; empty outside rows 1 to 94 */
     std::string unicode; /**< "U+2192"; empty for what is no character */
     Repertoire repertoire = Repertoire::none;

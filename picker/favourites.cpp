@@ -198,26 +198,36 @@ bool Favourites::has(const Sjis &symbol) const {
 
 EditReport Favourites::add(const Sjis &symbol, const EditHooks &hooks) const {
     Edit edit(directories_, {}, hooks, true);
+    add({symbol}, edit);
+    return edit.finish();
+}
+
+void Favourites::add(const std::vector<Sjis> &symbols, Edit &edit) const {
     std::vector<Block> blocks;
     if (edit.sets().find(title().sjis)) {
         blocks = blocks_of(edit.open(title()).snapshot);
-        if (std::ranges::count(symbols_of(blocks), symbol) != 0) return edit.finish();
-        if (!blocks.empty()) {
-            append(blocks.front(), symbol);
-            store(edit, blocks, ChangeKind::appended);
-            return edit.finish();
-        }
     } else {
         refuse_spoilt(edit.sets(), directories_.common);
     }
+    std::vector<Sjis> held = symbols_of(blocks), fresh;
+    for (const Sjis &symbol : symbols) {
+        if (std::ranges::count(held, symbol) != 0) continue;
+        held.push_back(symbol);
+        fresh.push_back(symbol);
+    }
+    if (fresh.empty()) return;
+    if (!blocks.empty()) {
+        for (const Sjis &symbol : fresh) append(blocks.front(), symbol);
+        return store(edit, blocks, ChangeKind::appended);
+    }
     const Title path = joined(title(), typed_title(std::string(favourites_block)).sjis);
-    const Sjis data = data_of({{symbol}});
+    const Sjis data = data_of({fresh});
     refuse_odd(path.text, data, {});
     if (!edit.located()) edit.create(title());
     SetText text = edit.located() ? SetText(edit.located()->snapshot) : SetText(title());
     text.add(title(), path.sjis, data);
-    edit.replace_text(text.text(), {{.kind = ChangeKind::added, .path = path.text, .symbols = 1}});
-    return edit.finish();
+    edit.replace_text(text.text(),
+                      {{.kind = ChangeKind::added, .path = path.text, .symbols = fresh.size()}});
 }
 
 EditReport Favourites::remove(const Sjis &symbol, const EditHooks &hooks) const {

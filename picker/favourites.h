@@ -39,6 +39,12 @@ class Favourites {
      */
     EditReport add(const Sjis &symbol, const EditHooks &hooks) const;
 
+    /**
+     * The same within an edit that has opened nothing yet.
+     * @param edit  of the same directories, that may make a file; its finish is the caller's
+     */
+    void add(const std::vector<Sjis> &symbols, Edit &edit) const;
+
     /** Takes a symbol out of every title that has it. */
     EditReport remove(const Sjis &symbol, const EditHooks &hooks) const;
 

@@ -253,6 +253,13 @@ std::string unicode_names(std::string_view utf8) {
     return names;
 }
 
+std::string without_last(std::string_view utf8) {
+    std::size_t end = utf8.size();
+    while (end > 0 && (static_cast<unsigned char>(utf8[--end]) & 0xC0) == 0x80) {
+    }
+    return std::string(utf8.substr(0, end));
+}
+
 std::string shortened(std::string_view utf8) {
     constexpr std::size_t shown = 60;
     if (utf8.size() <= shown) return std::string(utf8);

@@ -57,6 +57,9 @@ std::u32string to_characters(std::string_view utf8);
 /** UTF-8 of one character. */
 std::string to_utf8(char32_t character);
 
+/** The text without its last character. */
+std::string without_last(std::string_view utf8);
+
 /** The beginning of a text that may be long, for a message. */
 std::string shortened(std::string_view utf8);
 

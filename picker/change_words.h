@@ -1,0 +1,16 @@
+// change_words.h - what an edit did, in a sentence.
+#ifndef KIGOU_PICKER_CHANGE_WORDS_H
+#define KIGOU_PICKER_CHANGE_WORDS_H
+
+#include <string>
+
+#include "picker/editing.h"
+
+namespace kigou {
+
+/** "added 4 symbols to 私の記号／矢印". */
+std::string sentence_of(const Change &change);
+
+} // namespace kigou
+
+#endif

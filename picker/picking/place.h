@@ -1,0 +1,77 @@
+// place.h - one column of what is picked from: all sets, recent picks, or a title with what
+// stands directly below it.
+#ifndef KIGOU_PICKER_PICKING_PLACE_H
+#define KIGOU_PICKER_PICKING_PLACE_H
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "picker/picking/shelf.h"
+
+namespace kigou {
+
+/** What one item of a column leads to. */
+enum class ItemKind { recent, set, title, symbol };
+
+struct PlaceItem {
+    ItemKind kind;
+    std::string label;  /**< UTF-8; of a title its last part, of a symbol the symbol */
+    bool below = false; /**< a title that has titles below it */
+    Sjis symbol{};      /**< two bytes; empty for other items */
+    std::string path{}; /**< of what a search found: the first title that holds it; else empty */
+};
+
+/**
+ * Its items are made one by one as they are asked for, so a place of 30,000 symbols costs no
+ * more than what is shown of it. It keeps the snapshot that it shows.
+ */
+class Place {
+  public:
+    /** All sets, behind 最近 where there are recent picks. */
+    static Place all_sets(const Shelf &shelf);
+    static Place recent_picks(const Shelf &shelf);
+
+    /** A title of a set; 0 is the set itself. Titles first, and then its symbols. */
+    static Place title(std::shared_ptr<const Snapshot> snapshot, std::size_t number);
+
+    std::size_t size() const { return titles() + symbols_.size(); }
+    PlaceItem item(std::size_t index) const;
+
+    /** Items that are no symbols; they come first. */
+    std::size_t titles() const;
+
+    /** Full path, or 最近; empty for all sets. */
+    const std::string &path() const { return path_; }
+
+    /** The set, and the number of the title in it; null for the other places. */
+    const std::shared_ptr<const Snapshot> &snapshot() const { return snapshot_; }
+    std::size_t number() const { return number_; }
+
+    /** The place that an item leads to. The index is that of a title. @throws Failure */
+    Place below(const Shelf &shelf, std::size_t index) const;
+
+    /** The first item with that symbol; size() when there is none. */
+    std::size_t find(const Sjis &symbol) const;
+
+    /** The item that leads to a title or set of that full path; size() when there is none. */
+    std::size_t find_path(const std::string &path) const;
+
+    /** What tells two places apart. */
+    std::string key() const;
+
+  private:
+    Place() = default;
+
+    std::string path_;
+    std::shared_ptr<const Snapshot> snapshot_;
+    std::size_t number_ = 0;
+    bool has_recent_ = false;
+    std::vector<SetFile> sets_;
+    std::vector<unsigned short> symbols_;
+};
+
+} // namespace kigou
+
+#endif

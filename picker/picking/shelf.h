@@ -1,0 +1,60 @@
+// shelf.h - what there is to pick from, in memory: sets, favourites, recent picks, the index.
+#ifndef KIGOU_PICKER_PICKING_SHELF_H
+#define KIGOU_PICKER_PICKING_SHELF_H
+
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "picker/directories.h"
+#include "picker/recents.h"
+#include "picker/search/index.h"
+#include "picker/set_files.h"
+#include "picker/snapshot.h"
+
+namespace kigou {
+
+/** It looks at the disk when it is made and when it is told to, and reads a set once. */
+class Shelf {
+  public:
+    /** @throws Failure as find_sets */
+    Shelf(Directories directories, Recents recents);
+
+    /** Looks at the disk again. @throws Failure as find_sets */
+    void refresh();
+
+    /** The sets that show, in the order of the catalogue; none is hidden by another. */
+    const std::vector<SetFile> &sets() const { return shown_; }
+
+    /** A set in memory, as it was at the last look. @throws Failure as Snapshot */
+    std::shared_ptr<const Snapshot> snapshot(const std::string &path) const;
+
+    /** Made when it is first asked for, which takes as long as all sets are large. */
+    const SearchIndex &index() const;
+
+    /** Recent picks as they were at the last look, newest first. */
+    const std::vector<Sjis> &recent() const { return recent_; }
+
+    /** Notes picks, in their order. @return a line for people when that failed; else empty */
+    std::string note(const std::vector<Sjis> &picks);
+
+    /** Takes a symbol out of the recent picks. @return as note */
+    std::string forget(const Sjis &symbol);
+
+    const Directories &directories() const { return directories_; }
+
+  private:
+    Directories directories_;
+    Recents recents_;
+    SetFiles found_;
+    std::vector<SetFile> shown_;
+    std::vector<Sjis> recent_;
+    mutable std::map<std::string, std::shared_ptr<const Snapshot>> read_;
+    mutable SearchIndex index_;
+    mutable bool indexed_ = false;
+};
+
+} // namespace kigou
+
+#endif
