@@ -31,6 +31,7 @@ struct Command {
     const char *alias = nullptr;       /**< a second name */
 };
 
+extern const Command browse_command;
 extern const Command files_command;
 extern const Command tree_command;
 extern const Command list_command;

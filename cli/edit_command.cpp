@@ -9,39 +9,12 @@
 #include "cli/output.h"
 #include "cli/shell_word.h"
 #include "cli/stop_signals.h"
+#include "picker/change_words.h"
 
 namespace kigou {
 namespace {
 
 constexpr std::size_t most_left_out_told = 20;
-
-std::string sentence_of(const Change &change) {
-    const std::string symbols = change.symbols ? counted(*change.symbols, "symbol") : "";
-    const std::string in_brackets = change.symbols ? " (" + symbols + ")" : "";
-    switch (change.kind) {
-        case ChangeKind::made:
-            return "made the symbol file " + change.path;
-        case ChangeKind::added:
-            return "added " + change.path + in_brackets +
-                   (change.above_others ? ", which stands above others" : "");
-        case ChangeKind::renamed:
-            return "renamed " + change.path + " to " + change.to;
-        case ChangeKind::removed:
-            return "removed " + change.path + in_brackets;
-        case ChangeKind::put:
-            return "put " + symbols + " into " + change.path + " in place of " +
-                   std::to_string(*change.before);
-        case ChangeKind::appended:
-            if (!change.before) return "added to " + change.path + in_brackets;
-            return "added " + symbols + " to " + change.path +
-                   (change.there_already
-                        ? "; " + std::to_string(*change.there_already) + " stood there already"
-                        : "");
-        case ChangeKind::deleted:
-            break;
-    }
-    return "deleted the symbol file " + change.path;
-}
 
 const char *name_of(ChangeKind kind) {
     switch (kind) {

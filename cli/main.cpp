@@ -1,4 +1,6 @@
 // main.cpp - kigou, the command line of the symbol accessory.
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 #include <exception>
@@ -65,6 +67,14 @@ Status report(const Failure &failure, bool json) {
     return status_of(failure.kind());
 }
 
+/** Without a command it is the browser, on a terminal or when somebody is to pick. */
+std::vector<std::string> with_command(std::vector<std::string> words) {
+    const bool on_terminal = words.empty() && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
+    const bool to_pick = !words.empty() && words.front() == "--pick";
+    if (on_terminal || to_pick) words.insert(words.begin(), browse_command.name);
+    return words;
+}
+
 /** Runs the command and reports what ended it early. */
 Status run_reporting(const std::vector<std::string> &words) {
     // A mistake in the options may keep the parser from ever seeing this one.
@@ -90,7 +100,8 @@ int main(int argc, char **argv) {
             kigou::write_completion(std::vector<std::string>(argv + 2, argv + argc));
             return 0;
         }
-        const kigou::Status status = kigou::run_reporting({argv + std::min(argc, 1), argv + argc});
+        const kigou::Status status =
+            kigou::run_reporting(kigou::with_command({argv + std::min(argc, 1), argv + argc}));
         if (std::cout.flush()) return static_cast<int>(status);
         kigou::complain("the output could not be written");
     } catch (const std::exception &error) {

@@ -1,0 +1,103 @@
+// browse.cpp - see browse.h.
+#include "browser/browse.h"
+
+#include <optional>
+
+#include "browser/drawing.h"
+#include "browser/keymap.h"
+#include "browser/keys.h"
+#include "browser/screen.h"
+#include "browser/terminal.h"
+
+namespace kigou {
+namespace {
+
+constexpr int escape_wait = 50; // milliseconds until an escape is one by itself
+constexpr std::size_t most_columns = 8;
+
+class Browser {
+  public:
+    Browser(Shelf &shelf, int terminal, const std::string &start)
+        : terminal_(terminal), picking_(shelf, start) {}
+
+    std::vector<Sjis> run() {
+        while (picking_.end() == PickingEnd::going_on) {
+            draw();
+            for (const Key &key : read()) press(key);
+        }
+        return picking_.picks();
+    }
+
+  private:
+    void draw() {
+        const Terminal::Size size = terminal_.size();
+        if (size.rows != screen_.rows() || size.columns != screen_.columns()) {
+            screen_.resize(size.rows, size.columns);
+            picking_.set_rows(item_rows(size.rows));
+        }
+        view_ = picking_.view(most_columns);
+        if (help_) {
+            help_end_ = *help_ + draw_help(key_help(), *help_, screen_);
+        } else {
+            drawn_ = kigou::draw(view_, key_hints(view_.searching), screen_);
+        }
+        terminal_.write(screen_.update(terminal_.words()));
+    }
+
+    /** Keys that are there, once there is one; none when the window has another size. */
+    std::vector<Key> read() {
+        std::vector<Key> keys;
+        reader_.take(terminal_.read(-1));
+        while (auto key = reader_.next(false)) keys.push_back(std::move(*key));
+        if (reader_.is_empty()) return keys;
+        reader_.take(terminal_.read(escape_wait));
+        while (auto key = reader_.next(true)) keys.push_back(std::move(*key));
+        return keys;
+    }
+
+    void press(const Key &key) {
+        if (help_) {
+            help_ = help_end_ < key_help().size() ? std::optional(help_end_) : std::nullopt;
+            return;
+        }
+        if (key.name == KeyName::click) return click(key);
+        const View now = picking_.view(1);
+        const Command command = command_of(key, now.searching || !now.asking.empty());
+        if (command.own == Command::Own::help) help_ = 0;
+        if (command.own == Command::Own::redraw) screen_.forget();
+        if (command.action) picking_.act(*command.action);
+    }
+
+    /** To an item of the current column; a second click enters it. One in a column before: back. */
+    void click(const Key &key) {
+        for (const DrawnItem &column : drawn_) {
+            if (key.column < column.column || key.column >= column.column + column.cells) continue;
+            const ViewColumn &items = view_.columns[column.number];
+            if (key.row == 0 || key.row > items.items.size()) return;
+            for (std::size_t i = column.number; i < view_.current; ++i) picking_.act({Act::back});
+            if (column.number > view_.current) picking_.act({Act::enter_title});
+            const std::size_t item = items.first + key.row - 1;
+            const bool again = column.number == view_.current && items.cursor == key.row - 1;
+            picking_.act({.act = Act::point, .number = item});
+            if (again) picking_.act({Act::enter});
+            return;
+        }
+    }
+
+    Terminal terminal_;
+    Picking picking_;
+    Screen screen_;
+    KeyReader reader_;
+    View view_;
+    std::vector<DrawnItem> drawn_;
+    std::optional<std::size_t> help_; /**< the first line of the help that is shown */
+    std::size_t help_end_ = 0;
+};
+
+} // namespace
+
+std::vector<Sjis> browse(Shelf &shelf, int terminal, const std::string &start) {
+    return Browser(shelf, terminal, start).run();
+}
+
+} // namespace kigou

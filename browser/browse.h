@@ -1,0 +1,24 @@
+// browse.h - the full-screen browser: the one thing that the command line asks of it.
+#ifndef KIGOU_BROWSER_BROWSE_H
+#define KIGOU_BROWSER_BROWSE_H
+
+#include <string>
+#include <vector>
+
+#include "picker/picking/shelf.h"
+
+namespace kigou {
+
+/**
+ * Runs until the person has taken symbols or leaves.
+ * @param terminal  descriptor to read from and draw on
+ * @param start     full path of a title to begin at; empty: the standard set
+ * @return          what was taken, in its order; none when the person left with nothing
+ * @throws Failure: refused for a terminal that cannot be drawn on; failed when it is gone;
+ *         interrupted when a signal asked to end
+ */
+std::vector<Sjis> browse(Shelf &shelf, int terminal, const std::string &start);
+
+} // namespace kigou
+
+#endif

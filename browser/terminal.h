@@ -1,0 +1,60 @@
+// terminal.h - the terminal that the browser runs on, and what must be put back at its end.
+#ifndef KIGOU_BROWSER_TERMINAL_H
+#define KIGOU_BROWSER_TERMINAL_H
+
+#include <termios.h>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "browser/screen.h"
+
+namespace kigou {
+
+/**
+ * Takes a terminal over: its other screen, keys one by one, the mouse. All of it is put back when
+ * this is destroyed, and when a signal ends or stops the program. One at a time.
+ */
+class Terminal {
+  public:
+    /**
+     * @param descriptor  of the terminal, for reading and writing; it is not closed
+     * @throws Failure (refused) when TERM names no terminal that can place its cursor
+     */
+    explicit Terminal(int descriptor);
+    ~Terminal();
+    Terminal(const Terminal &) = delete;
+    Terminal &operator=(const Terminal &) = delete;
+
+    const TerminalWords &words() const { return words_; }
+
+    struct Size {
+        std::size_t rows, columns;
+        bool operator==(const Size &) const = default;
+    };
+    Size size() const;
+
+    /** @throws Failure (failed) when the terminal is gone */
+    void write(const std::string &bytes);
+
+    /**
+     * Bytes that were typed; none when the time is over or the size has changed.
+     * @param milliseconds  to wait; -1 as long as it takes
+     * @throws Failure: failed when the terminal is gone, interrupted when a signal asks to end
+     */
+    std::string read(int milliseconds);
+
+  private:
+    void take_over();
+    void give_back();
+
+    int descriptor_;
+    termios before_{};
+    TerminalWords words_;
+    std::string enter_, leave_;
+};
+
+} // namespace kigou
+
+#endif

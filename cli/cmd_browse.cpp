@@ -1,0 +1,91 @@
+// cmd_browse.cpp - kigou browse: the full-screen browser, and what was taken in it.
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <iostream>
+#include <memory>
+
+#include "browser/browse.h"
+#include "cli/command.h"
+#include "cli/json.h"
+#include "cli/output.h"
+#include "picker/codes.h"
+#include "picker/failure.h"
+#include "picker/locate.h"
+
+namespace kigou {
+namespace {
+
+struct Options {
+    std::string path;
+    std::optional<std::string> file;
+    bool pick = false;
+};
+
+/** The controlling terminal, whatever the standard streams are. */
+class ControllingTerminal {
+  public:
+    ControllingTerminal() : descriptor_(open("/dev/tty", O_RDWR | O_CLOEXEC)) {
+        if (descriptor_ >= 0) return;
+        throw Failure(FailureKind::refused,
+                      std::string("there is no terminal to browse on: ") + std::strerror(errno),
+                      {"kigou list and kigou find need none"});
+    }
+    ~ControllingTerminal() { close(descriptor_); }
+    ControllingTerminal(const ControllingTerminal &) = delete;
+    ControllingTerminal &operator=(const ControllingTerminal &) = delete;
+
+    int descriptor() const { return descriptor_; }
+
+  private:
+    int descriptor_;
+};
+
+std::vector<Sjis> picks_of(Shelf &shelf, const std::string &start) {
+    const ControllingTerminal terminal;
+    return browse(shelf, terminal.descriptor(), start);
+}
+
+Status run(const Context &context, const Options &options) {
+    std::string start;
+    if (!options.path.empty() || options.file) {
+        start = locate(find_sets(context.directories), options.path, options.file).title().text;
+    }
+    Shelf shelf(context.directories, Recents());
+    const std::vector<Sjis> picks = picks_of(shelf, start);
+    if (const std::string trouble = shelf.note(picks); !trouble.empty()) complain(trouble);
+    if (context.json) {
+        nlohmann::ordered_json json = {{"symbols", nlohmann::json::array()}};
+        for (const Sjis &pick : picks) json["symbols"].push_back(json_of(codes_of(pick)));
+        write(json);
+    } else if (!picks.empty()) {
+        for (const Sjis &pick : picks) std::cout << to_utf8(pick);
+        std::cout << '\n';
+    }
+    return picks.empty() ? Status::nothing_found : Status::found;
+}
+
+Body declare(Arguments &arguments) {
+    const auto options = std::make_shared<Options>();
+    arguments.optional_word("PATH", Value::path, options->path, "Title to begin at");
+    arguments.option("--file", Value::file_title, options->file,
+                     "Title of the symbol file when the path does not begin with it");
+    arguments.flag("--pick", options->pick, "The same, for command lines without a command");
+    return [options](const Context &context) { return run(context, *options); };
+}
+
+} // namespace
+
+const Command browse_command{"browse",
+                             "Browse the symbol files full-screen, and take symbols",
+                             "  kigou browse\n"
+                             "  kigou browse 一般記号/矢印\n"
+                             "  kigou browse --file 拡張の記号 > symbols.txt",
+                             declare,
+                             "What was taken is written as one line; the picture is drawn on the "
+                             "terminal all the same, so a script can use $(kigou --pick).",
+                             "0 taken, 1 nothing taken, 2 misuse or failure"};
+
+} // namespace kigou

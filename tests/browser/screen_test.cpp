@@ -1,0 +1,48 @@
+// The bytes that change a terminal's picture, with places as <row,column>.
+#include "browser/screen.h"
+
+#include <gtest/gtest.h>
+
+namespace kigou {
+namespace {
+
+std::string to_place(std::size_t row, std::size_t column) {
+    return "<" + std::to_string(row) + "," + std::to_string(column) + ">";
+}
+
+TEST(screen, sends_what_differs_and_relies_on_no_width) {
+    const TerminalWords words{"[clear]", "[plain]", "[chosen]", "[heading]", "[faint]", to_place};
+    Screen screen;
+    screen.resize(2, 8);
+    EXPECT_EQ(screen.update(words), "[plain][clear]");
+    const struct {
+        const char *text;
+        std::size_t cells;
+        Style style;
+        const char *bytes;
+    } rows[] = {
+        {"ab→x", 8, Style::plain, "<0,0>ab  <0,2>→<0,4>x"},
+        {"ab→x", 8, Style::plain, ""},
+        {"ab→y", 8, Style::plain, "<0,4>y"},
+        {"abあy", 8, Style::plain, "<0,2>あ"},
+        {"ab　y", 8, Style::plain, "<0,2>　"},
+        {"abcdefghi", 8, Style::plain, "<0,2>cdefg~"},
+        {"ｱい", 4, Style::chosen, "<0,0>[chosen]ｱい [plain]"},
+        {"ｱい", 4, Style::plain, "<0,0>ｱい "},
+        {"→→→", 5, Style::plain, "<0,0>  <0,0>→<0,2>  <0,2>→<0,4>~"},
+        {"\x1b[2J\u202e\u0301", 8, Style::plain, "<0,0>?[2J??  "},
+        {"", 8, Style::plain, "<0,0>      "},
+    };
+    for (const auto &row : rows) {
+        screen.put(0, 0, row.text, row.cells, row.style);
+        EXPECT_EQ(screen.update(words), row.bytes) << row.text;
+    }
+    screen.put(9, 0, "x", 1);
+    screen.put(0, 9, "x", 1);
+    EXPECT_EQ(screen.update(words), "");
+    screen.put(1, 7, "→", 2);
+    EXPECT_EQ(screen.update(words), "<1,7>~");
+}
+
+} // namespace
+} // namespace kigou
