@@ -14,7 +14,7 @@ namespace kigou {
 
 /**
  * Takes a terminal over: its other screen, keys one by one, the mouse. All of it is put back when
- * this is destroyed, and when a signal ends or stops the program. One at a time.
+ * this is destroyed; a signal that asks to end ends the next read by a Failure. One at a time.
  */
 class Terminal {
   public:

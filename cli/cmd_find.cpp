@@ -13,6 +13,7 @@
 #include "picker/locate.h"
 #include "picker/search/search.h"
 #include "picker/shipped_sets.h"
+#include "picker/word_list.h"
 
 namespace kigou {
 namespace {
@@ -157,8 +158,7 @@ void tell_rest(const Context &context, const Options &options, const Findings &f
         complain(named ? file.reason : file.path + " cannot be searched: " + file.reason);
     }
     if (!result.found.empty() || !result.no_symbols.empty() || !result.elsewhere.empty()) return;
-    std::string meant;
-    for (const std::string &word : result.meant) meant += (meant.empty() ? "" : ", ") + word;
+    const std::string meant = word_list(result.meant);
     complain("nothing is found for " + shortened(options.text()) +
              (meant.empty() ? "" : "; meant " + meant + "?"));
 }

@@ -7,15 +7,10 @@
 #include "picker/failure.h"
 #include "picker/search/readings.h"
 #include "picker/set_formats.h"
+#include "picker/word_list.h"
 
 namespace kigou {
 namespace {
-
-std::string joined(const std::vector<std::string> &words) {
-    std::string text;
-    for (const std::string &word : words) text += (text.empty() ? "" : ", ") + word;
-    return text;
-}
 
 using Field = std::string (*)(const ToldSymbol &);
 
@@ -27,8 +22,8 @@ constexpr std::pair<std::string_view, Field> all_fields[] = {
     {"sjis", [](const ToldSymbol &symbol) { return symbol.codes.sjis; }},
     {"name", [](const ToldSymbol &symbol) { return symbol.name; }},
     {"english", [](const ToldSymbol &symbol) { return symbol.english; }},
-    {"readings", [](const ToldSymbol &symbol) { return joined(symbol.readings); }},
-    {"paths", [](const ToldSymbol &symbol) { return joined(symbol.paths); }},
+    {"readings", [](const ToldSymbol &symbol) { return word_list(symbol.readings); }},
+    {"paths", [](const ToldSymbol &symbol) { return word_list(symbol.paths); }},
     {"code", [](const ToldSymbol &symbol) { return symbol.code; }},
 };
 

@@ -8,22 +8,17 @@
 #include "picker/disk_form.h"
 #include "picker/failure.h"
 #include "picker/search/readings.h"
+#include "picker/word_list.h"
 
 namespace kigou {
 namespace {
-
-std::string joined(const std::vector<std::string> &words) {
-    std::string text;
-    for (const std::string &word : words) text += (text.empty() ? "" : ", ") + word;
-    return text;
-}
 
 SymbolTold told(const Sjis &symbol) {
     const SymbolCodes codes = codes_of(symbol);
     const SymbolNames *const names = names_of(symbol);
     return {codes.symbol,
             names ? std::string(names->name) : "",
-            joined(readings_of(symbol)),
+            word_list(readings_of(symbol)),
             codes.kuten,
             codes.unicode,
             codes.sjis,
@@ -203,8 +198,8 @@ void Picking::look_for(std::string query) {
     query_ = std::move(query);
     found_cursor_ = 0;
     found_ = search(shelf_.index(), query_);
-    if (found_.found.empty()) message_ = joined(found_.no_symbols);
-    if (!found_.meant.empty()) message_ = "meant " + joined(found_.meant) + "?";
+    if (found_.found.empty()) message_ = word_list(found_.no_symbols);
+    if (!found_.meant.empty()) message_ = "meant " + word_list(found_.meant) + "?";
 }
 
 void Picking::show_found() {
@@ -220,15 +215,18 @@ void Picking::show_found() {
 }
 
 void Picking::refresh() {
+    // The titles that were found have other numbers in the next index.
+    const bool searching = std::exchange(searching_, false);
+    const std::size_t found_at = found_cursor_, left = current().cursor;
     const std::string path = current().place.path();
     const auto at = symbol();
-    const std::size_t left = current().cursor;
     shelf_.refresh();
     columns_.assign(1, {Place::all_sets(shelf_)});
-    if (path.empty()) return move_to(left);
-    go_to(path);
+    if (!path.empty()) go_to(path);
     move_to(at ? current().place.find(*at) : left);
-    if (searching_) look_for(query_);
+    if (!searching) return;
+    look_for(query_);
+    move_to(found_at);
 }
 
 PlaceItem Picking::found_item(std::size_t index) const {

@@ -149,6 +149,7 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
         {"tab last copy enter copy enter", "[標準の記号/]お気に入り/ 私/  | [図/]矢印  | 5:[◆] =黒ひし形 !it is there already"},
         {"tab last stay prev stay copy enter undo",
          "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ [◇] =ひし形 +◆◇ !undone: made the symbol file お気に入り"},
+        {"back back search =ほし next copy enter", "☆ [★] ?ほし =黒星 !made the symbol file お気に入り"},
         {"tab last copy back", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形"},
         {"search =ほし copy erase erase erase erase erase =私/単位 enter",
          "[☆]★  ?ほし =白星 !added 1 symbol to 私／単位; 0 stood there already"},
