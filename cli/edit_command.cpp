@@ -24,6 +24,8 @@ const char *name_of(ChangeKind kind) {
             return "add";
         case ChangeKind::renamed:
             return "rename";
+        case ChangeKind::moved:
+            return "move";
         case ChangeKind::removed:
             return "remove";
         case ChangeKind::put:

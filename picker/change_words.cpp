@@ -14,7 +14,11 @@ std::string sentence_of(const Change &change) {
                    (change.above_others ? ", which stands above others" : "");
         case ChangeKind::renamed:
             return "renamed " + change.path + " to " + change.to;
+        case ChangeKind::moved:
+            if (change.symbols) return "moved " + symbols + " in " + change.path;
+            return "moved " + change.path + (change.to.empty() ? "" : " to " + change.to);
         case ChangeKind::removed:
+            if (change.before) return "removed " + symbols + " from " + change.path;
             return "removed " + change.path + in_brackets;
         case ChangeKind::put:
             return "put " + symbols + " into " + change.path + " in place of " +

@@ -20,14 +20,14 @@
 
 namespace kigou {
 
-enum class ChangeKind { made, added, renamed, removed, put, appended, deleted };
+enum class ChangeKind { made, added, renamed, moved, removed, put, appended, deleted };
 
 /** What an edit did, for a report. Paths begin with the title of the file that was opened. */
 struct Change {
     ChangeKind kind;
     std::string path;
-    std::string to{};                           /**< renamed: the new path */
-    std::optional<std::size_t> symbols{};       /**< how many went in or were taken away */
+    std::string to{}; /**< renamed: the new path; moved: the same, or empty within its neighbours */
+    std::optional<std::size_t> symbols{};       /**< how many went in, were taken away or moved */
     std::optional<std::size_t> before{};        /**< how many the title had */
     std::optional<std::size_t> there_already{}; /**< of those given, how many it had */
     bool above_others = false;                  /**< added because titles below it were */
@@ -87,6 +87,9 @@ class Edit {
 
     /** Replaces the symbols, or adds behind them. @param data  lines of symbols */
     void put(const Sjis &data, bool append);
+
+    /** Replaces the symbols by what one change of them left. @param change  what to report */
+    void change(const Sjis &data, Change change);
 
     /** Adds the symbols that the title lacks. */
     void copy(const std::vector<Sjis> &symbols);

@@ -90,6 +90,17 @@ void Edit::put(const Sjis &data, bool append) {
     takes_away_ = !append && before != 0;
 }
 
+void Edit::change(const Sjis &data, Change change) {
+    const Title path = located_title();
+    const auto held = located_->snapshot.data(located_->number);
+    if (std::ranges::equal(held, data)) return;
+    store(path, data);
+    takes_away_ = takes_away_ || change.kind == ChangeKind::removed;
+    change.path = path.text;
+    change.before = symbols_in(held).size();
+    did(std::move(change));
+}
+
 void Edit::copy(const std::vector<Sjis> &symbols) {
     const Title path = located_title();
     const auto held = located_->snapshot.data(located_->number);

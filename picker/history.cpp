@@ -96,7 +96,7 @@ History::Seen History::seen(const std::string &path) {
 
 /** @param before  nothing when it could not be read */
 void History::note(std::vector<Change> changes, const std::optional<Seen> &before,
-                   const Seen &after) {
+                   const Seen &after, bool joined) {
     if (!before) return clear();
     std::string refusal;
     const auto &had = before->state.file, &has = after.state.file;
@@ -112,7 +112,8 @@ void History::note(std::vector<Change> changes, const std::optional<Seen> &befor
     redo_.clear();
     undo_.push_back({std::move(changes), before->state, after.state,
                      static_cast<std::size_t>(old_end - was.begin()),
-                     Sjis(old_end, old_rest.base()), Sjis(new_end, new_rest.base()), refusal});
+                     Sjis(old_end, old_rest.base()), Sjis(new_end, new_rest.base()), refusal,
+                     joined && !undo_.empty()});
     std::size_t bytes = 0;
     for (const Step &step : undo_) bytes += step.size();
     while (!undo_.empty() && (undo_.size() > most_steps_ || bytes > most_bytes_)) {
@@ -121,7 +122,7 @@ void History::note(std::vector<Change> changes, const std::optional<Seen> &befor
     }
 }
 
-EditReport History::finish(Edit &edit) {
+EditReport History::finish(Edit &edit, bool joined) {
     std::optional<Seen> before;
     try {
         if (edit.located()) before = seen(edit.located()->snapshot.path());
@@ -133,7 +134,7 @@ EditReport History::finish(Edit &edit) {
             const bool made = report.as_new_set || !edit.located();
             const Title file = report.as_new_set ? typed_title(report.file) : edit.file();
             const std::string path = made ? find_sets(directories_).get(file).path : report.path;
-            note(report.changes, made ? Seen{} : before, seen(path));
+            note(report.changes, made ? Seen{} : before, seen(path), joined);
         } catch (const std::exception &) {
             clear();
         }
@@ -153,7 +154,7 @@ EditReport History::delete_set(const Title &title, const EditOptions &options,
     EditReport report = kigou::delete_set(directories_, title, options, hooks, look);
     if (!report.saved) return report;
     try {
-        note(report.changes, before, Seen{});
+        note(report.changes, before, Seen{}, false);
     } catch (const std::exception &) {
         clear();
     }
@@ -161,7 +162,7 @@ EditReport History::delete_set(const Title &title, const EditOptions &options,
 }
 
 HistoryStep History::step_to(const Step &step, const State &from, const State &to) {
-    HistoryStep told{step.changes, to.differences, to.refusal};
+    HistoryStep told{step.changes, to.differences, to.refusal, step.joined};
     if (!to.file) return told;
     if (!from.file) {
         told.differences.push_back(to.path +

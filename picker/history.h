@@ -22,6 +22,7 @@ struct HistoryStep {
     std::vector<Change> changes;          /**< of the edit; none for a copy that was kept --as */
     std::vector<std::string> differences; /**< what will not be as it was: lines for people */
     std::string refusal; /**< why it will fail, as a line for people; empty when it should not */
+    bool joined = false; /**< the edit is one with the edit before it */
 };
 
 class History {
@@ -37,9 +38,10 @@ class History {
     /**
      * Finishes an edit, of the same directories, and remembers it; what could be redone is
      * forgotten. When the file cannot be read again, all is forgotten.
+     * @param joined  for people it is one with the edit before it, so both are undone together
      * @throws Failure as Edit::finish
      */
-    EditReport finish(Edit &edit);
+    EditReport finish(Edit &edit, bool joined = false);
 
     /** Deletes a symbol file and remembers it. @throws Failure as kigou::delete_set */
     EditReport delete_set(const Title &title, const EditOptions &options, const EditHooks &hooks);
@@ -87,6 +89,7 @@ class History {
         std::size_t begin = 0; /**< of what differs, in either text */
         Sjis removed, inserted;
         std::string refusal; /**< of an undo */
+        bool joined = false;
 
         std::size_t size() const;
     };
@@ -94,7 +97,8 @@ class History {
     static Print print_of(const Sjis &bytes);
     static Seen seen(const std::string &path);
     static HistoryStep step_to(const Step &step, const State &from, const State &to);
-    void note(std::vector<Change> changes, const std::optional<Seen> &before, const Seen &after);
+    void note(std::vector<Change> changes, const std::optional<Seen> &before, const Seen &after,
+              bool joined);
     EditReport change(const Step &step, const State &from, const State &to, const Sjis &out,
                       const Sjis &in, State &now, const EditHooks &hooks) const;
     void replace(const State &old, const State &now);
