@@ -4,32 +4,12 @@
 #include <algorithm>
 #include <utility>
 
-#include "picker/codes.h"
 #include "picker/disk_form.h"
 #include "picker/failure.h"
-#include "picker/search/readings.h"
-#include "picker/word_list.h"
 
 namespace kigou {
-namespace {
-
-SymbolTold told(const Sjis &symbol) {
-    const SymbolCodes codes = codes_of(symbol);
-    const SymbolNames *const names = names_of(symbol);
-    return {codes.symbol,
-            names ? std::string(names->name) : "",
-            word_list(readings_of(symbol)),
-            codes.kuten,
-            codes.unicode,
-            codes.sjis,
-            codes.jis,
-            codes.euc};
-}
-
-} // namespace
-
 Picking::Picking(Shelf &shelf, const std::string &start)
-    : shelf_(shelf), history_(shelf.directories()) {
+    : shelf_(shelf), edits_(shelf.directories()) {
     columns_.push_back({Place::all_sets(shelf_)});
     go_to(start.empty() ? std::string(standard_title) : start);
 }
@@ -37,11 +17,23 @@ Picking::Picking(Shelf &shelf, const std::string &start)
 void Picking::act(const Action &action) {
     if (end_ != PickingEnd::going_on) return;
     message_.clear();
+    if (action.act != Act::undo && action.act != Act::redo) edits_.forget_warning();
+    const std::size_t number = action.act == Act::digit ? number_ : std::exchange(number_, 0);
     try {
-        if (!edit_action(action)) go(action);
+        if (action.act == Act::drop_pick && number != 0 && !asking_) {
+            number_ = number / 10;
+        } else if (!question_action(action) && !search_action(action) && !edit_action(action)) {
+            go(action);
+        }
     } catch (const Failure &failure) {
-        message_ = failure.what();
+        tell(failure);
     }
+}
+
+void Picking::tell(const Failure &failure) {
+    if (failure.kind() == FailureKind::changed) look();
+    message_ = failure.what();
+    if (!failure.details().empty()) message_ += "; " + failure.details().front();
 }
 
 void Picking::go(const Action &action) {
@@ -74,6 +66,12 @@ void Picking::go(const Action &action) {
         case Act::take_and_stay:
             take();
             return;
+        case Act::all_sets:
+            searching_ = false;
+            while (columns_.size() > 1) back();
+            return;
+        case Act::digit:
+            return take_digit(action.number);
         case Act::take_number:
             if (action.number == 0 || action.number > rows_ || page + action.number > size())
                 return;
@@ -86,14 +84,6 @@ void Picking::go(const Action &action) {
             return step_title(true);
         case Act::previous_title:
             return step_title(false);
-        case Act::search:
-            return look_for(searching_ ? std::string() : query_);
-        case Act::type:
-            return look_for(query_ + action.text);
-        case Act::erase:
-            return look_for(without_last(query_));
-        case Act::show:
-            return show_found();
         case Act::finish:
             end_ = PickingEnd::done;
             return;
@@ -102,7 +92,7 @@ void Picking::go(const Action &action) {
             end_ = PickingEnd::cancelled;
             return;
         default:
-            return; // an edit
+            return; // of the search, a question or an edit
     }
 }
 
@@ -151,6 +141,21 @@ bool Picking::take() {
     return true;
 }
 
+/** An item of two digits is not entered at its first one, but the cursor goes there. */
+void Picking::take_digit(std::size_t digit) {
+    const std::size_t page = cursor() / rows_ * rows_, items = std::min(rows_, size() - page);
+    number_ = number_ * 10 + digit;
+    if (number_ == 0 || number_ > items) {
+        message_ = "there is no item " + std::to_string(std::exchange(number_, 0));
+        return;
+    }
+    move_to(page + number_ - 1);
+    if (number_ * 10 > items) {
+        number_ = 0;
+        enter();
+    }
+}
+
 void Picking::step_title(bool forward) {
     const auto snapshot = current().place.snapshot();
     if (searching_ || !snapshot || snapshot->size() < 2) return;
@@ -193,92 +198,35 @@ void Picking::go_to_title(const std::shared_ptr<const Snapshot> &snapshot, std::
     }
 }
 
-void Picking::look_for(std::string query) {
-    searching_ = true;
-    query_ = std::move(query);
-    found_cursor_ = 0;
-    found_ = search(shelf_.index(), query_);
-    if (found_.found.empty()) message_ = word_list(found_.no_symbols);
-    if (!found_.meant.empty()) message_ = "meant " + word_list(found_.meant) + "?";
-}
-
-void Picking::show_found() {
-    if (!searching_ || cursor() >= size()) return;
-    const FoundSymbol found = found_.found[found_cursor_];
-    if (found.titles.empty()) {
-        message_ = "it stands in no set";
-        return;
-    }
-    searching_ = false;
-    go_to(shelf_.index().path(found.titles.front()));
-    move_to(current().place.find(found.symbol));
-}
-
 void Picking::refresh() {
     // The titles that were found have other numbers in the next index.
     const bool searching = std::exchange(searching_, false);
     const std::size_t found_at = found_cursor_, left = current().cursor;
     const std::string path = current().place.path();
     const auto at = symbol();
+    const std::string title = path_under_cursor();
+    found_is_old_ = true;
     shelf_.refresh();
     columns_.assign(1, {Place::all_sets(shelf_)});
     if (!path.empty()) go_to(path);
-    move_to(at ? current().place.find(*at) : left);
+    const std::size_t now = at ? current().place.find(*at) : current().place.find_path(title);
+    move_to(now < current().place.size() ? now : left);
     if (!searching) return;
     look_for(query_);
     move_to(found_at);
 }
 
-PlaceItem Picking::found_item(std::size_t index) const {
-    const FoundSymbol &found = found_.found[index];
-    PlaceItem item{ItemKind::symbol, to_utf8(found.symbol), false, found.symbol};
-    if (!found.titles.empty()) item.path = shelf_.index().path(found.titles.front());
-    return item;
-}
-
-ViewColumn Picking::view_of(const Place &place, std::size_t cursor) const {
-    ViewColumn column{place.path(), {}, cursor / rows_ * rows_, place.size()};
-    for (std::size_t i = column.first; i < std::min(column.first + rows_, column.total); ++i) {
-        column.items.push_back(place.item(i));
+bool Picking::look() {
+    if (end_ != PickingEnd::going_on || !shelf_.is_stale()) return false;
+    try {
+        const auto before = shelf_.versions();
+        refresh();
+        if (shelf_.versions() == before) return false;
+        message_ = "another program changed a set; it is shown as it is now";
+    } catch (const Failure &failure) {
+        message_ = failure.what();
     }
-    if (column.total != 0) column.cursor = cursor - column.first;
-    return column;
-}
-
-View Picking::view(std::size_t most_columns) const {
-    View view;
-    view.searching = searching_;
-    view.query = query_;
-    view.message = message_;
-    if (asking_) view.asking = question();
-    view.answer = answer_;
-    for (const Sjis &pick : picks_) view.picks += to_utf8(pick);
-    if (const auto under = symbol()) view.symbol = told(*under);
-    if (searching_) {
-        ViewColumn column{{}, {}, cursor() / rows_ * rows_, size()};
-        for (std::size_t i = column.first; i < std::min(column.first + rows_, column.total); ++i) {
-            column.items.push_back(found_item(i));
-        }
-        if (column.total != 0) column.cursor = cursor() - column.first;
-        view.columns.push_back(std::move(column));
-        return view;
-    }
-    const bool leads = size() != 0 && !view.symbol;
-    const std::size_t room = std::max<std::size_t>(1, most_columns - (leads && most_columns > 1));
-    const std::size_t from = columns_.size() > room ? columns_.size() - room : 0;
-    for (std::size_t i = from; i < columns_.size(); ++i) {
-        view.columns.push_back(view_of(columns_[i].place, columns_[i].cursor));
-    }
-    view.current = view.columns.size() - 1;
-    if (leads && most_columns > 1) {
-        try {
-            view.columns.push_back(view_of(current().place.below(shelf_, current().cursor), 0));
-            view.columns.back().cursor.reset();
-        } catch (const Failure &failure) {
-            view.message = failure.what();
-        }
-    }
-    return view;
+    return true;
 }
 
 } // namespace kigou

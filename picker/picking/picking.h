@@ -8,20 +8,23 @@
 #define KIGOU_PICKER_PICKING_PICKING_H
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "picker/history.h"
+#include "picker/failure.h"
 #include "picker/picking/place.h"
+#include "picker/picking/set_edits.h"
+#include "picker/recovery.h"
 #include "picker/search/search.h"
 
 namespace kigou {
 
 enum class Act {
-    next, /**< to the next item, on the next page too */
+    next, /**< to the next item, on the next page too; of a question the next answer */
     previous,
     next_page, /**< to the first item of the next page */
     previous_page,
@@ -31,24 +34,33 @@ enum class Act {
     enter,         /**< into a set or title; a symbol is taken, and that ends it */
     enter_title,   /**< the same, but a symbol is left alone */
     back,          /**< to the column before, or out of the search; at the first nothing happens */
+    all_sets,      /**< to the first column, the cursor on the set that one was in */
     take,          /**< takes the symbol under the cursor and ends */
     take_and_stay, /**< takes it and goes on */
     take_number,   /**< goes to the item of that number on the page, from 1, and enters it */
+    digit,         /**< adds a digit to the number of an item on the page, and goes to it; one
+                        that cannot go on is entered */
     drop_pick,     /**< gives the last pick back */
     next_title, /**< to the next title of the set, whatever its level; behind the last the first */
     previous_title,
-    search,    /**< opens the search, empty, or goes back into it */
-    type,      /**< adds the text to what is searched for */
-    erase,     /**< takes its last character away */
-    show,      /**< from what the search found to where it stands */
-    copy_to,   /**< asks for a title of one's own; the symbol, or the picks, are added to it */
-    new_title, /**< asks for a title to make below this one; among the sets, for a new set */
-    rename,    /**< asks for another name of the title or set under the cursor */
-    remove,    /**< removes the symbol, title or set under the cursor */
-    raise,     /**< moves the symbol under the cursor before the one before it */
-    lower,     /**< moves it behind the one behind it */
-    undo,      /**< takes the last edit back; once more for one that cannot be exactly */
+    search,         /**< opens the search, empty, or goes back into it */
+    type,           /**< adds the text to what is searched for, or to an answer */
+    erase,          /**< takes its last character away */
+    show,           /**< from what the search found to where it stands */
+    next_found,     /**< to the next place of what was found last, the first behind the last */
+    previous_found, /**< to the one before */
+    complete,       /**< an answer that is a path, as far as it is certain */
+    copy_to,        /**< asks for a title of one's own; the symbol, or the picks, are added to it */
+    move_to,        /**< asks for a title to move the symbol or the title under the cursor to */
+    add_symbols,    /**< asks for symbols to put behind the cursor */
+    new_title,      /**< asks for a title to make below this one; among the sets, for a new set */
+    rename,         /**< asks for another name of the title or set under the cursor */
+    remove,         /**< removes the symbol, title or set under the cursor */
+    raise,          /**< moves the symbol or title under the cursor before the one before it */
+    lower,          /**< moves it behind the one behind it */
+    undo,           /**< takes the last edit back; once more for one that cannot be exactly */
     redo,
+    save,   /**< says that there is nothing to save */
     finish, /**< ends with what was taken */
     cancel  /**< ends with nothing */
 };
@@ -69,6 +81,7 @@ struct ViewColumn {
     std::vector<PlaceItem> items;        /**< of one page */
     std::size_t first = 0;               /**< number of the first of them in the column, from 0 */
     std::size_t total = 0;               /**< items of the column */
+    bool read_only = false;              /**< of a set that cannot be changed */
     std::optional<std::size_t> cursor{}; /**< among items; none in the column behind the current */
 };
 
@@ -79,6 +92,7 @@ struct View {
     std::string query;
     std::string asking; /**< what is asked for, when type and erase change the answer; else empty */
     std::string answer;
+    std::string number;               /**< digits that were typed so far; often empty */
     std::optional<SymbolTold> symbol; /**< under the cursor */
     std::string picks;                /**< taken so far, UTF-8, in their order */
     std::string message;              /**< what there is to say of the last action; often empty */
@@ -100,6 +114,15 @@ class Picking {
      */
     void act(const Action &action);
 
+    /**
+     * Asks for each file that a killed process left whether its edit is to be kept; those that
+     * were kept already are told. What is not answered stays as it is.
+     */
+    void offer(const std::vector<Leftover> &leftovers);
+
+    /** Shows what other programs changed. @return whether there is something else to draw */
+    bool look();
+
     /** How many items a page has; 1 at least. */
     void set_rows(std::size_t rows) { rows_ = rows == 0 ? 1 : rows; }
 
@@ -120,61 +143,103 @@ class Picking {
         std::size_t cursor = 0;
     };
 
+    enum class Asked { copy_to, move_to, add_symbols, new_title, rename, keep_leftover };
+
+    /** What is asked, of what it was asked, and the answers to choose from. */
+    struct Question {
+        Asked what;
+        std::string answer{};
+        std::string of{}; /**< full path of a title or set */
+        std::vector<Sjis> symbols{};
+        std::optional<ShownTitle> title{}; /**< what is moved, or what the symbols are in */
+        Sjis rest{};                       /**< move_to: data of the title without the symbol */
+        std::size_t place = 0;             /**< add_symbols: byte of the data */
+        std::vector<std::string> choices{};
+        std::size_t choice = 0;
+        std::string missing{}; /**< a title that there is not; the same answer makes it */
+    };
+
     Column &current() { return columns_.back(); }
     const Column &current() const { return columns_.back(); }
     std::size_t size() const { return searching_ ? found_.found.size() : current().place.size(); }
     std::size_t &cursor() { return searching_ ? found_cursor_ : current().cursor; }
     std::size_t cursor() const { return searching_ ? found_cursor_ : current().cursor; }
     std::optional<Sjis> symbol() const;
-    PlaceItem found_item(std::size_t index) const;
 
+    // Going about, in picking.cpp.
+    void go(const Action &action);
     void move_to(std::size_t index);
     void push(Place place);
     void enter();
     void back();
     bool take();
+    void take_digit(std::size_t digit);
     void step_title(bool forward);
     void go_to(const std::string &path);
     void go_to_title(const std::shared_ptr<const Snapshot> &snapshot, std::size_t number);
-    void show_found();
+
+    // The search, in picking_search.cpp.
+    bool search_action(const Action &action);
     void look_for(std::string query);
-    void go(const Action &action);
+    void show_found();
+    void step_found(bool forward);
 
-    // Edits, in picking_edits.cpp.
-    bool edit_action(const Action &action);
+    // Questions and their answers, in questions.cpp.
+    bool question_action(const Action &action);
     void ask(Act what);
+    void ask_to_copy();
+    void ask_to_move();
+    void ask_for_symbols();
+    void ask_where(Question question);
+    void ask_for_name(bool new_one);
     std::string question() const;
+    std::vector<std::string> own_titles(bool with_sets) const;
+    void choose(bool forward);
+    void complete();
+    void drop();
     void answer();
-    void make_edit(const std::function<void(Edit &)> &work, bool may_make_file = false);
-    void copy_to(const std::string &path);
-    void add_title(const std::string &name);
-    void rename(const std::string &name);
-    void remove();
-    void move_symbol(bool down);
-    void change_symbols(const std::function<std::size_t(Sjis &, const std::vector<std::size_t> &,
-                                                        std::size_t)> &change);
-    std::string path_under_cursor() const;
-    void take_back(bool again);
-    void tell(const EditReport &report, const char *how);
+    void do_asked(const Question &asked);
+    void put_elsewhere(const Question &asked);
+    void add_typed(const Question &asked);
+    void offer_next();
+    void keep_leftover(const std::string &name);
 
+    // Edits without a question, in picking_edits.cpp.
+    bool edit_action(const Action &action);
+    void tell(std::string done);
+    void tell(const Failure &failure);
+    void remove();
+    void move_item(bool down);
+    std::size_t place_in_data() const;
+    Sjis without_symbol() const;
+    ShownTitle shown() const;
+    std::string path_under_cursor() const;
+    void refuse_read_only() const;
+
+    // The view, in picking_view.cpp.
+    PlaceItem found_item(std::size_t index) const;
     ViewColumn view_of(const Place &place, std::size_t cursor) const;
 
     Shelf &shelf_;
+    SetEdits edits_;
     std::vector<Column> columns_;
     std::unordered_map<std::string, std::size_t> left_at_; /**< cursors of places that were left */
     std::size_t rows_ = 10;
-    bool searching_ = false;
-    std::string query_;
-    SearchResult found_;
-    std::size_t found_cursor_ = 0;
+    std::size_t number_ = 0; /**< that was typed so far */
     std::vector<Sjis> picks_;
     std::string message_;
     PickingEnd end_ = PickingEnd::going_on;
 
-    History history_;
-    std::optional<Act> asking_;
-    std::string answer_, copied_to_; /**< copied_to_: the title that was copied to last */
-    bool warned_ = false;            /**< of what an undo will not bring back */
+    bool searching_ = false;
+    std::string query_;
+    SearchResult found_;
+    std::size_t found_cursor_ = 0;
+    std::size_t found_title_ = 0; /**< of the titles with that symbol, the one that was gone to */
+    bool found_is_old_ = false;   /**< its titles have other numbers by now */
+
+    std::optional<Question> asking_;
+    std::deque<std::string> targets_; /**< titles that were copied or moved to, newest first */
+    std::deque<Leftover> leftovers_;  /**< to be offered; the first one is */
 };
 
 } // namespace kigou

@@ -1,44 +1,37 @@
-// picking_edits.cpp - edits out of the picking, each saved at once; see picking.h.
+// picking_edits.cpp - edits of what is under the cursor, each saved at once; see picking.h.
 #include <algorithm>
-#include <chrono>
+#include <filesystem>
 #include <utility>
 
-#include "picker/change_words.h"
 #include "picker/failure.h"
-#include "picker/favourites.h"
 #include "picker/picking/picking.h"
 #include "picker/symbol_data.h"
+#include "picker/writable.h"
 
 namespace kigou {
 namespace {
 
-constexpr std::chrono::milliseconds patience{2000}; // for another program that edits
+Change one_symbol(ChangeKind kind) {
+    return {.kind = kind, .path = {}, .symbols = 1};
+}
 
-EditHooks hooks() {
-    EditHooks hooks;
-    hooks.patience = patience;
-    return hooks;
+/** Where the symbols of data stand, in bytes. */
+std::vector<std::size_t> places_in(std::span<const unsigned char> data) {
+    std::vector<std::size_t> places;
+    for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
+        if (data[i] != '\r' || data[i + 1] != '\n') places.push_back(i);
+    }
+    return places;
 }
 
 } // namespace
 
-/** @return whether the action was one of editing, or belongs to what is asked for */
+/** @return whether the action was one of editing */
 bool Picking::edit_action(const Action &action) {
-    if (action.act != Act::undo && action.act != Act::redo) warned_ = false;
-    if (asking_) {
-        if (action.act == Act::type) {
-            answer_ += action.text;
-        } else if (action.act == Act::erase || action.act == Act::drop_pick) {
-            answer_ = without_last(answer_);
-        } else if (action.act == Act::enter || action.act == Act::show) {
-            answer();
-        } else if (action.act == Act::back || action.act == Act::cancel) {
-            asking_.reset();
-        }
-        return true;
-    }
     switch (action.act) {
         case Act::copy_to:
+        case Act::move_to:
+        case Act::add_symbols:
         case Act::new_title:
         case Act::rename:
             ask(action.act);
@@ -48,191 +41,117 @@ bool Picking::edit_action(const Action &action) {
             return true;
         case Act::raise:
         case Act::lower:
-            move_symbol(action.act == Act::lower);
+            move_item(action.act == Act::lower);
             return true;
         case Act::undo:
+            tell(edits_.undo());
+            return true;
         case Act::redo:
-            take_back(action.act == Act::redo);
+            tell(edits_.redo());
+            return true;
+        case Act::save:
+            message_ = "every edit is saved already";
             return true;
         default:
             return false;
     }
 }
 
-std::string Picking::question() const {
-    switch (*asking_) {
-        case Act::copy_to:
-            return "copy to";
-        case Act::rename:
-            return "new name";
-        default:
-            return current().place.snapshot() ? "new title" : "new set";
-    }
-}
-
-void Picking::ask(Act what) {
-    answer_.clear();
-    if (what == Act::copy_to) {
-        if (picks_.empty() && !symbol()) return;
-        answer_ = copied_to_.empty() ? std::string(favourites_title) : copied_to_;
-    }
-    if (what == Act::rename) {
-        if (searching_ || symbol() || size() == 0) return;
-        const PlaceItem item = current().place.item(current().cursor);
-        if (item.kind == ItemKind::recent) return;
-        answer_ = item.label;
-    }
-    if (what == Act::new_title && searching_) return;
-    asking_ = what;
-}
-
-void Picking::answer() {
-    const Act what = *std::exchange(asking_, std::nullopt);
-    if (answer_.empty()) return;
-    if (what == Act::copy_to) copy_to(answer_);
-    if (what == Act::new_title) add_title(answer_);
-    if (what == Act::rename) rename(answer_);
-}
-
-/** Makes one edit, remembers it, and shows what is there then. */
-void Picking::make_edit(const std::function<void(Edit &)> &work, bool may_make_file) {
-    EditReport report;
-    {
-        Edit edit(shelf_.directories(), {}, hooks(), may_make_file);
-        work(edit);
-        report = history_.finish(edit);
-    }
-    tell(report, "");
-}
-
-void Picking::tell(const EditReport &report, const char *how) {
+/** Shows what is there behind an edit, and says what was done. */
+void Picking::tell(std::string done) {
     refresh();
-    message_ =
-        report.changes.empty() ? "it is there already" : how + sentence_of(report.changes.front());
+    message_ = std::move(done);
 }
 
-void Picking::copy_to(const std::string &path) {
-    std::vector<Sjis> symbols = picks_;
-    if (const auto under = symbol(); symbols.empty() && under) symbols.push_back(*under);
-    const bool favourites = normalized(path) == favourites_title;
-    make_edit(
-        [&](Edit &edit) {
-            if (favourites) return Favourites(shelf_.directories()).add(symbols, edit);
-            edit.locate(path);
-            edit.copy(symbols);
-        },
-        favourites);
-    copied_to_ = path;
+ShownTitle Picking::shown() const {
+    return {current().place.snapshot(), current().place.number()};
 }
 
-void Picking::add_title(const std::string &name) {
-    const Title title = new_title(name);
-    const std::string below = current().place.path();
-    if (!current().place.snapshot()) {
-        make_edit([&](Edit &edit) { edit.create(new_file_title(name)); }, true);
-        return go_to(name);
-    }
-    make_edit([&](Edit &edit) {
-        edit.locate(below);
-        edit.add(title);
-    });
-    move_to(current().place.find_path(below + std::string(separator) + name));
-}
-
-void Picking::rename(const std::string &name) {
-    const Title title = new_title(name);
-    make_edit([&](Edit &edit) {
-        edit.locate(path_under_cursor());
-        edit.rename(title);
-    });
-}
-
-void Picking::remove() {
-    if (searching_ || size() == 0) return;
-    const PlaceItem item = current().place.item(current().cursor);
-    if (item.kind == ItemKind::set) {
-        return tell(history_.delete_set(typed_title(item.label), {}, hooks()), "");
-    }
-    if (item.kind == ItemKind::title) {
-        return make_edit([&](Edit &edit) {
-            edit.locate(path_under_cursor());
-            edit.remove();
-        });
-    }
-    if (item.kind != ItemKind::symbol) return;
-    if (!current().place.snapshot()) {
-        shelf_.forget(item.symbol);
-        return refresh();
-    }
-    change_symbols([](Sjis &data, const std::vector<std::size_t> &places, std::size_t at) {
-        const auto begin = data.begin() + static_cast<std::ptrdiff_t>(places[at]);
-        data.erase(begin, begin + 2);
-        return at;
-    });
-}
-
-void Picking::move_symbol(bool down) {
-    if (searching_ || !symbol() || !current().place.snapshot()) return;
-    change_symbols([&](Sjis &data, const std::vector<std::size_t> &places, std::size_t at) {
-        const std::size_t other = down ? at + 1 : at - 1;
-        if (other >= places.size()) return at;
-        std::swap_ranges(data.begin() + static_cast<std::ptrdiff_t>(places[at]),
-                         data.begin() + static_cast<std::ptrdiff_t>(places[at]) + 2,
-                         data.begin() + static_cast<std::ptrdiff_t>(places[other]));
-        return other;
-    });
-}
-
-/** Changes the symbols of the current title; lines stay lines. @param change  gives the new place
- */
-void Picking::change_symbols(
-    const std::function<std::size_t(Sjis &, const std::vector<std::size_t> &, std::size_t)>
-        &change) {
-    const Place &place = current().place;
-    const auto shown = place.snapshot()->data(place.number());
-    Sjis data(shown.begin(), shown.end());
-    std::vector<std::size_t> places;
-    for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
-        if (data[i] != '\r' || data[i + 1] != '\n') places.push_back(i);
-    }
-    const std::size_t titles = place.titles();
-    const std::size_t now = change(data, places, current().cursor - titles);
-    if (std::ranges::equal(data, shown)) return;
-    make_edit([&](Edit &edit) {
-        const Located &located = edit.locate(place.path());
-        if (!std::ranges::equal(located.snapshot.data(located.number), shown)) {
-            throw Failure(FailureKind::changed, place.path() + " was changed by another program");
-        }
-        edit.put(data, false);
-    });
-    move_to(titles + now);
-}
-
+/** Full path of the title or set under the cursor; empty when there is none. */
 std::string Picking::path_under_cursor() const {
     const Place &place = current().place;
+    if (searching_ || current().cursor >= place.titles()) return {};
     if (!place.snapshot()) return place.item(current().cursor).label;
     const std::size_t child = place.snapshot()->children(place.number())[current().cursor];
     return place.snapshot()->title(child).text;
 }
 
-void Picking::take_back(bool again) {
-    const auto step = again ? history_.to_redo() : history_.to_undo();
-    if (!step) {
-        message_ = again ? "there is nothing to do again" : "there is nothing to undo";
+/** Says at once that nothing here can be changed, and not when an answer was typed. */
+void Picking::refuse_read_only() const {
+    const auto &set = current().place.snapshot();
+    if (!set || !shelf_.is_read_only(set->path())) return;
+    const std::string title = set->file().text;
+    if (title == standard_title) {
+        throw Failure(
+            FailureKind::refused,
+            title + " cannot be changed; its symbols can be copied to a title of your own");
+    }
+    throw Failure(FailureKind::refused, title + " cannot be changed",
+                  why_not_written(std::filesystem::path(set->path()).parent_path(), set->path()));
+}
+
+void Picking::remove() {
+    if (searching_ || size() == 0) return;
+    const PlaceItem item = current().place.item(current().cursor);
+    refuse_read_only();
+    if (item.kind == ItemKind::set) return tell(edits_.delete_set(item.label));
+    if (item.kind == ItemKind::title) return tell(edits_.remove_title(path_under_cursor()));
+    if (item.kind != ItemKind::symbol) return;
+    if (current().place.snapshot()) {
+        const Sjis rest = without_symbol();
+        const std::size_t at = current().cursor;
+        tell(edits_.change(shown(), rest, one_symbol(ChangeKind::removed)));
+        return move_to(at);
+    }
+    const std::string trouble = shelf_.forget(item.symbol);
+    tell(trouble.empty() ? item.label + " is no recent pick any more" : trouble);
+}
+
+/** The byte in the data of the current title at which the symbol under the cursor stands. */
+std::size_t Picking::place_in_data() const {
+    return places_in(
+        shown().set->data(shown().number))[current().cursor - current().place.titles()];
+}
+
+/** Data of the current title without the symbol under the cursor. */
+Sjis Picking::without_symbol() const {
+    const auto data = shown().set->data(shown().number);
+    Sjis rest(data.begin(), data.end());
+    const std::size_t at = place_in_data();
+    rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(at),
+               rest.begin() + static_cast<std::ptrdiff_t>(at) + 2);
+    return rest;
+}
+
+/** Moves what is under the cursor past its neighbour of the same kind. */
+void Picking::move_item(bool down) {
+    const Place &place = current().place;
+    if (searching_ || size() == 0) return;
+    if (!place.snapshot()) {
+        message_ = "only titles and symbols of a set can be moved";
         return;
     }
-    if (!step->refusal.empty()) {
-        message_ = step->refusal;
-        return;
+    refuse_read_only();
+    const bool is_title = !symbol();
+    const std::size_t at = current().cursor, first = is_title ? 0 : place.titles();
+    const std::size_t end = is_title ? place.titles() : place.size();
+    if (down ? at + 1 >= end : at <= first) return;
+    const std::size_t other = down ? at + 1 : at - 1;
+    if (is_title) {
+        const std::vector<std::size_t> &titles = place.snapshot()->children(place.number());
+        tell(edits_.move_past({place.snapshot(), titles[at]}, titles[other]));
+    } else {
+        const auto data = place.snapshot()->data(place.number());
+        Sjis changed(data.begin(), data.end());
+        const std::vector<std::size_t> places = places_in(changed);
+        const auto pair = [&](std::size_t item) {
+            return changed.begin() + static_cast<std::ptrdiff_t>(places[item - first]);
+        };
+        std::swap_ranges(pair(at), pair(at) + 2, pair(other));
+        if (std::ranges::equal(changed, data)) return move_to(other);
+        tell(edits_.change(shown(), changed, one_symbol(ChangeKind::moved)));
     }
-    // What will not be as it was is said first, and done when asked for once more.
-    if (!step->differences.empty() && !std::exchange(warned_, true)) {
-        message_ = step->differences.front() + "; once more to do it all the same";
-        return;
-    }
-    warned_ = false;
-    const EditReport report = again ? history_.redo(hooks()) : history_.undo(hooks());
-    tell(report, again ? "again: " : "undone: ");
+    move_to(other);
 }
 
 } // namespace kigou

@@ -1,12 +1,19 @@
 // shelf.cpp - see shelf.h.
 #include "picker/picking/shelf.h"
 
+#include <algorithm>
 #include <set>
 #include <utility>
 
-#include "picker/file_bytes.h"
+#include "picker/favourites.h"
+#include "picker/writable.h"
 
 namespace kigou {
+namespace {
+
+constexpr std::size_t folders = 2; // of Directories that hold sets
+
+} // namespace
 
 Shelf::Shelf(Directories directories, Recents recents)
     : directories_(std::move(directories)), recents_(std::move(recents)) {
@@ -15,15 +22,37 @@ Shelf::Shelf(Directories directories, Recents recents)
 
 void Shelf::refresh() {
     found_ = find_sets(directories_);
+    seen_ = identities();
     shown_.clear();
     std::set<Sjis> seen;
     for (const SetFile &set : found_.sets) {
         if (seen.insert(set.title.sjis).second) shown_.push_back(set);
     }
+    std::ranges::stable_partition(
+        shown_, [](const SetFile &set) { return set.title.text == favourites_title; });
     std::erase_if(read_,
                   [](const auto &set) { return identity_of(set.first) != set.second->identity(); });
     recent_ = recents_.read().symbols;
     indexed_ = false;
+}
+
+Shelf::Identities Shelf::identities() const {
+    Identities identities{identity_of(directories_.program), identity_of(directories_.common)};
+    for (const SetFile &set : found_.sets) identities.push_back(identity_of(set.path));
+    return identities;
+}
+
+std::vector<std::pair<std::string, std::optional<FileIdentity>>> Shelf::versions() const {
+    std::vector<std::pair<std::string, std::optional<FileIdentity>>> versions;
+    for (std::size_t i = 0; i < found_.sets.size(); ++i) {
+        versions.emplace_back(found_.sets[i].path, seen_[folders + i]);
+    }
+    return versions;
+}
+
+bool Shelf::is_read_only(const std::string &path) const {
+    const auto set = std::ranges::find(shown_, path, &SetFile::path);
+    return set == shown_.end() || set->title.text == standard_title || !is_writable(path);
 }
 
 std::shared_ptr<const Snapshot> Shelf::snapshot(const std::string &path) const {

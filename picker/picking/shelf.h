@@ -4,10 +4,13 @@
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "picker/directories.h"
+#include "picker/file_bytes.h"
 #include "picker/recents.h"
 #include "picker/search/index.h"
 #include "picker/set_files.h"
@@ -24,8 +27,20 @@ class Shelf {
     /** Looks at the disk again. @throws Failure as find_sets */
     void refresh();
 
-    /** The sets that show, in the order of the catalogue; none is hidden by another. */
+    /** Whether another look is worth it; a few microseconds a set. */
+    bool is_stale() const { return identities() != seen_; }
+
+    /** What tells the sets of one look from those of another. */
+    std::vector<std::pair<std::string, std::optional<FileIdentity>>> versions() const;
+
+    /** The sets that show, お気に入り first and then in the order of the catalogue. */
     const std::vector<SetFile> &sets() const { return shown_; }
+
+    /** The same with those that are hidden, and files that are no sets. */
+    const SetFiles &files() const { return found_; }
+
+    /** Whether a set, by its path on disk, cannot be changed. */
+    bool is_read_only(const std::string &path) const;
 
     /** A set in memory, as it was at the last look. @throws Failure as Snapshot */
     std::shared_ptr<const Snapshot> snapshot(const std::string &path) const;
@@ -45,10 +60,15 @@ class Shelf {
     const Directories &directories() const { return directories_; }
 
   private:
+    using Identities = std::vector<std::optional<FileIdentity>>;
+
+    Identities identities() const;
+
     Directories directories_;
     Recents recents_;
     SetFiles found_;
     std::vector<SetFile> shown_;
+    Identities seen_; /**< of the folders, and then of the sets */
     std::vector<Sjis> recent_;
     mutable std::map<std::string, std::shared_ptr<const Snapshot>> read_;
     mutable SearchIndex index_;

@@ -3,12 +3,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <csignal>
 #include <sstream>
 
+#include "tests/support/children.h"
 #include "tests/support/workspace.h"
 
 namespace kigou {
 namespace {
+
+namespace fs = std::filesystem;
 
 const std::map<std::string, Act> acts{{"next", Act::next},
                                       {"prev", Act::previous},
@@ -34,6 +39,14 @@ const std::map<std::string, Act> acts{{"next", Act::next},
                                       {"remove", Act::remove},
                                       {"raise", Act::raise},
                                       {"lower", Act::lower},
+                                      {"move", Act::move_to},
+                                      {"add", Act::add_symbols},
+                                      {"clear", Act::search},
+                                      {"complete", Act::complete},
+                                      {"found", Act::next_found},
+                                      {"unfound", Act::previous_found},
+                                      {"sets", Act::all_sets},
+                                      {"save", Act::save},
                                       {"undo", Act::undo},
                                       {"redo", Act::redo}};
 
@@ -45,13 +58,17 @@ void run(Picking &picking, const std::string &script) {
             picking.act({Act::type, word.substr(1)});
         } else if (std::isdigit(static_cast<unsigned char>(word.front()))) {
             picking.act({.act = Act::take_number, .number = std::stoul(word)});
+        } else if (word.front() == '#') {
+            for (const char digit : word.substr(1)) {
+                picking.act({.act = Act::digit, .number = static_cast<std::size_t>(digit - '0')});
+            }
         } else {
             picking.act({acts.at(word)});
         }
     }
 }
 
-/** "列1 列2 | 項[目] ..." of what the view has: columns, the cursor in brackets. */
+/** "列1 列2 | 項[目] ..." of what the view has: columns, the cursor in brackets, sets sorted. */
 std::string drawn(const Picking &picking, std::size_t columns = 9) {
     const View view = picking.view(columns);
     std::string text;
@@ -59,13 +76,19 @@ std::string drawn(const Picking &picking, std::size_t columns = 9) {
         if (c != 0) text += " | ";
         const ViewColumn &column = view.columns[c];
         if (column.first != 0) text += std::to_string(column.first) + ":";
+        std::vector<std::string> items;
         for (std::size_t i = 0; i < column.items.size(); ++i) {
-            const std::string mark = column.items[i].below ? "/" : "";
-            text += column.cursor == i ? "[" + column.items[i].label + mark + "]" : column.items[i].label + mark + " ";
+            const std::string label = column.items[i].label + (column.items[i].below ? "/" : "");
+            items.push_back(column.cursor == i ? "[" + label + "]" : label + " ");
         }
+        // Sets stand in the order of their folder, which is the file system's.
+        const bool sets = !view.searching && column.path.empty();
+        if (sets) std::ranges::sort(items, {}, [](const std::string &item) { return item.substr(item.front() == '['); });
+        for (const std::string &item : items) text += item;
     }
     if (view.searching) text += " ?" + view.query;
     if (view.symbol) text += " =" + view.symbol->name;
+    if (!view.number.empty()) text += " #" + view.number;
     if (!view.asking.empty()) text += " " + view.asking + ":" + view.answer;
     if (!view.picks.empty()) text += " +" + view.picks;
     if (!view.message.empty()) text += " !" + view.message;
@@ -128,6 +151,13 @@ TEST_F(PickingTest, follows_its_actions) {
         {"back back last enter enter", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号", ""},
         {"search =せっし back search", "[℃] ?せっし =セ氏度記号", ""},
         {"take", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ", ""},
+        {"enter next sets", "[標準の記号/]私/  | 図/ 矢印 ", ""},
+        {"enter #3", "[標準の記号/]私/  | [図/]矢印  | 星 ○ [●] =黒丸 +●", "●"},
+        {"enter #0", "[標準の記号/]私/  | [図/]矢印  | [星]○ ●  | ☆ ★  !there is no item 0", ""},
+        {"found", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ●  !nothing was looked for yet", ""},
+        {"search =ほし show found", "[標準の記号/]私/  | [図/]矢印  | [星]○ ●  | ☆ [★] =黒星", ""},
+        {"search =ほし show found found", "[標準の記号/]私/  | [図/]矢印  | [星]○ ●  | [☆]★  =白星", ""},
+        {"search =ほし show unfound", "[標準の記号/]私/  | [図/]矢印  | [星]○ ●  | ☆ [★] =黒星", ""},
         {"stay", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ", ""},
     };
     for (const auto &row : rows) {
@@ -145,33 +175,73 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
     const struct {
         const char *script, *drawn;
     } rows[] = {
-        {"tab last copy enter", "[標準の記号/]お気に入り/ 私/  | [図/]矢印  | 5:[◆] =黒ひし形 !made the symbol file お気に入り"},
-        {"tab last copy enter copy enter", "[標準の記号/]お気に入り/ 私/  | [図/]矢印  | 5:[◆] =黒ひし形 !it is there already"},
+        {"tab last copy enter", "お気に入り/ [標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !made the symbol file お気に入り"},
+        {"tab last copy enter copy enter", "お気に入り/ [標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !it is there already"},
         {"tab last stay prev stay copy enter undo",
          "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ [◇] =ひし形 +◆◇ !undone: made the symbol file お気に入り"},
         {"back back search =ほし next copy enter", "☆ [★] ?ほし =黒星 !made the symbol file お気に入り"},
         {"tab last copy back", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形"},
         {"search =ほし copy erase erase erase erase erase =私/単位 enter",
          "[☆]★  ?ほし =白星 !added 1 symbol to 私／単位; 0 stood there already"},
-        {"back back last enter enter remove", "標準の記号/ [私/] | [単位] |  !put 0 symbols into 私／単位 in place of 1"},
-        {"back back last enter enter remove undo",
-         "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: put 0 symbols into 私／単位 in place of 1"},
-        {"back back last enter enter remove undo redo", "標準の記号/ [私/] | [単位] |  !again: put 0 symbols into 私／単位 in place of 1"},
+        {"back back last enter enter remove", "標準の記号/ [私/] | [単位] |  !removed 1 symbol from 私／単位"},
+        {"back back last enter enter remove undo", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: removed 1 symbol from 私／単位"},
+        {"back back last enter enter remove undo redo", "標準の記号/ [私/] | [単位] |  !again: removed 1 symbol from 私／単位"},
         {"back back last enter new =星 enter", "標準の記号/ [私/] | 単位 [星] |  !added 私／星"},
         {"back back last enter new =星 enter undo", "標準の記号/ [私/] | [単位] | ℃  !undone: added 私／星"},
         {"back back last enter new =／ enter",
-         "標準の記号/ [私/] | [単位] | ℃  !'／' cannot be a title: it holds '／', which separates or encloses titles"},
+         "標準の記号/ [私/] | [単位] | ℃  new title:／ !'／' cannot be a title: it holds '／', which separates or encloses titles"},
         {"back back last enter rename erase =価 enter", "標準の記号/ [私/] | [単価] | ℃  !renamed 私／単位 to 私／単価"},
         {"back back last rename =の enter", "標準の記号/ [私の/] | 単位  !renamed 私 to 私の"},
         {"back back last rename =の enter undo", "標準の記号/ [私/] | 単位  !undone: renamed 私 to 私の"},
         {"back back last remove", "[標準の記号/] | 図/ 矢印  !deleted the symbol file 私"},
         {"back back last remove undo undo", "[標準の記号/]私/  | 図/ 矢印  !undone: deleted the symbol file 私"},
         {"back back new =甲 enter", "標準の記号/ [甲/]私/  |  !made the symbol file 甲"},
-        {"tab last remove", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !標準の記号 cannot be changed"},
-        {"tab last raise", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !標準の記号 cannot be changed"},
+        {"tab last remove",
+         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !標準の記号 cannot be changed; its symbols can be copied to a title of your own"},
+        {"tab last raise",
+         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !標準の記号 cannot be changed; its symbols can be copied to a title of your own"},
         {"undo", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ ◇  !there is nothing to undo"},
         {"redo", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ ◇  !there is nothing to do again"},
-        {"enter copy", "[標準の記号/]私/  | [図/]矢印  | [星]○ ● ◎ ◇  | ☆ ★ "},
+        {"enter copy", "[標準の記号/]私/  | [図/]矢印  | [星]○ ● ◎ ◇  | ☆ ★  !there is no symbol under the cursor to copy"},
+        // Moves, each taken back in one step.
+        {"back back last enter enter move enter", "お気に入り/ 標準の記号/ [私/] | [単位] |  !moved: made the symbol file お気に入り"},
+        {"back back last enter enter move enter undo",
+         "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: made the symbol file お気に入り"},
+        {"back back last enter enter move enter undo redo redo",
+         "お気に入り/ 標準の記号/ [私/] | [単位] |  !again: removed 1 symbol from 私／単位"},
+        {"back back last enter enter move clear =私/単位 enter", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !it is there already"},
+        {"back back last enter new =甲 enter move", "標準の記号/ [私/] | 単位 [甲] |  move below:私"},
+        {"back back last enter new =甲 enter move next enter", "標準の記号/ [私/] | [単位/] | 甲 ℃  !moved 私／甲 to 私／単位／甲"},
+        {"back back last enter new =甲 enter move next enter undo",
+         "標準の記号/ [私/] | [単位]甲  | ℃  !undone: moved 私／甲 to 私／単位／甲"},
+        {"back back last enter new =甲 enter move clear =私/甲 enter",
+         "標準の記号/ [私/] | 単位 [甲] |  move below:私/甲 !私／甲 cannot be moved below itself"},
+        {"sets new =乙 enter search =℃ show back new =甲 enter move clear =乙 enter",
+         "乙/ 標準の記号/ [私/] | [単位] | ℃  !moved 私／甲 to 乙／甲"},
+        {"sets new =乙 enter search =℃ show back new =甲 enter move clear =乙 enter undo",
+         "乙/ 標準の記号/ [私/] | [単位]甲  | ℃  !undone: added 乙／甲"},
+        {"back back last enter new =甲 enter raise", "標準の記号/ [私/] | [甲]単位  |  !moved 私／甲"},
+        {"back back last enter new =甲 enter raise lower undo", "標準の記号/ [私/] | [甲]単位  |  !undone: moved 私／甲"},
+        {"back back last enter raise", "標準の記号/ [私/] | [単位] | ℃ "},
+        // A title that there is not is made at the second answer.
+        {"tab last copy clear =新/矢/甲 enter",
+         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:新/矢/甲 !there is no title 新／矢／甲; once more to make it"},
+        {"tab last copy clear =新/矢/甲 enter enter search =◆ show found", "[新/]標準の記号/ 私/  | [矢/] | [甲] | [◆] =黒ひし形"},
+        {"tab last copy clear =新/矢/甲 enter enter undo",
+         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !undone: made the symbol file 新"},
+        {"tab last copy clear =私 complete complete", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:私/単位"},
+        {"tab last copy next next prev", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:私／単位"},
+        // Symbols that are typed, by the cursor or at the end.
+        {"back back last enter enter add =× =1-90 enter",
+         "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 add symbols:×1-90 !4 characters cannot be stored, so nothing is; word 1, column 2: '1' "
+         "(U+0031) is a single-byte character; its double-byte form is １"},
+        {"back back last enter enter add =1-90 enter add =× enter first add =÷ enter",
+         "標準の記号/ [私/] | [単位] | ℃ [÷]★ ×  =除算記号 !added 1 symbol to 私／単位"},
+        {"back back last enter add =☆★ enter", "標準の記号/ [私/] | [単位] | ℃ ☆ ★  !added 2 symbols to 私／単位"},
+        {"tab add",
+         "[標準の記号/]私/  | [図/]矢印  | [星]○ ● ◎ ◇  | ☆ ★  !標準の記号 cannot be changed; its symbols can be copied to a title of your own"},
+        {"search =ほし rename", "[☆]★  ?ほし =白星 !go to where it stands to change it; here it can be copied"},
+        {"save", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ ◇  !every edit is saved already"},
     };
     for (const auto &row : rows) {
         const Fresh fresh;
@@ -185,6 +255,97 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
     Picking picking(all);
     run(picking, "back back last remove undo");
     EXPECT_TRUE(drawn(picking).ends_with("once more to do it all the same")) << drawn(picking);
+}
+
+/** On a page of more than nine items a digit may be the first of two. */
+TEST_F(PickingTest, takes_numbers_of_two_digits) {
+    write_file(workspace.common / "b.kig", symbol_file("私", block("印", "○●◎◇◆□■△▲▽▼※\n")));
+    Shelf all = shelf();
+    const struct {
+        const char *script, *drawn;
+    } rows[] = {
+        {"#1", "[○]● ◎ ◇ ◆ □ ■ △ ▲ ▽ ▼ ※  =丸印 #1"},
+        {"#12", "○ ● ◎ ◇ ◆ □ ■ △ ▲ ▽ ▼ [※] =米印 +※"},
+        {"#1 enter", "[○]● ◎ ◇ ◆ □ ■ △ ▲ ▽ ▼ ※  =丸印 +○"},
+        {"#1 drop #2", "○ [●]◎ ◇ ◆ □ ■ △ ▲ ▽ ▼ ※  =黒丸 +●"},
+        {"#13", "[○]● ◎ ◇ ◆ □ ■ △ ▲ ▽ ▼ ※  =丸印 !there is no item 13"},
+        {"last #1 next", "○ [●]◎ ◇ ◆ □ ■ △ ▲ ▽ ▼ ※  =黒丸"},
+    };
+    for (const auto &row : rows) {
+        Picking picking(all, "私／印");
+        picking.set_rows(15);
+        run(picking, row.script);
+        EXPECT_EQ(drawn(picking, 1), row.drawn) << row.script;
+    }
+}
+
+/** Another program's changes are shown, and an edit is made in what is there then. */
+TEST_F(PickingTest, keeps_what_another_program_changes) {
+    const auto write = [&](const std::string &symbols) { write_file(workspace.common / "b.kig", symbol_file("私", block("印", symbols))); };
+    const struct {
+        const char *script, *symbols, *then, *drawn;
+    } rows[] = {
+        {"last", "○●◎\n", "look", "○ ● [◎] =二重丸 !another program changed a set; it is shown as it is now"},
+        {"last", "○●◎◇\n", "remove", "○ ● [◇] =ひし形 !removed 1 symbol from 私／印; what another program changed there is kept"},
+        {"last", "□○●◎\n", "raise", "□ [○]◎ ●  =丸印 !moved 1 symbol in 私／印; what another program changed there is kept"},
+        {"last", "○●\n", "remove",
+         "○ [●] =黒丸 !私／印 was changed by another program just now; it is shown as it is, and nothing was done to it"},
+        {"last remove", "○●◇\n", "undo",
+         "○ [●]◇  =黒丸 !b.kig was changed by another program or another edit since; nothing is done, so that this change is not lost"},
+    };
+    for (const auto &row : rows) {
+        write("○●◎\n");
+        Shelf all = shelf();
+        Picking picking(all, "私／印");
+        run(picking, row.script);
+        write(row.symbols);
+        if (std::string(row.then) == "look") {
+            EXPECT_TRUE(picking.look());
+            EXPECT_FALSE(picking.look());
+        } else {
+            run(picking, row.then);
+        }
+        std::string text = drawn(picking, 1);
+        if (const auto at = text.find(workspace.common.string()); at != std::string::npos)
+            text.erase(at, workspace.common.string().size() + 1);
+        EXPECT_EQ(text, row.drawn) << row.script << ' ' << row.then;
+    }
+}
+
+/** Edits of killed processes are asked for one by one; what is not kept stays. */
+TEST_F(PickingTest, offers_what_was_never_saved) {
+    const Directories directories{workspace.program, workspace.common, workspace.user};
+    fs::last_write_time(workspace.common / "b.kig", fs::file_time_type::clock::now() - std::chrono::seconds(20));
+    for (const char *const symbol : {"※", "★"}) {
+        in_children(1, [&](int) {
+            Edit edit(directories, {}, {});
+            edit.locate("私/単位");
+            edit.put(to_sjis(symbol), true);
+            return raise(SIGKILL);
+        });
+    }
+    for (const fs::path &left : workspace.temp_files())
+        fs::last_write_time(left, fs::file_time_type::clock::now() - std::chrono::seconds(10));
+    Shelf all = shelf();
+    Picking picking(all);
+    picking.offer(sweep_leftovers(directories));
+    const std::string question = " an edit of 私 was never saved; keep it as:私（救出）";
+    EXPECT_TRUE(drawn(picking).ends_with(question)) << drawn(picking);
+    run(picking, "enter");
+    EXPECT_TRUE(drawn(picking).ends_with(question + "（救出） !kept as 私（救出）")) << drawn(picking);
+    run(picking, "clear =私 enter");
+    EXPECT_TRUE(drawn(picking).ends_with(":私 !there is a symbol file 私 already")) << drawn(picking);
+    run(picking, "back next");
+    EXPECT_TRUE(drawn(picking).starts_with("標準の記号/ 私/ [私（救出）/] | [単位] | ℃ ")) << drawn(picking);
+    EXPECT_EQ(workspace.temp_files().size(), 1U);
+}
+
+TEST_F(PickingTest, says_which_sets_are_read_only) {
+    Shelf all = shelf();
+    Picking picking(all);
+    EXPECT_TRUE(picking.view(1).columns[0].read_only);
+    run(picking, "sets last enter");
+    EXPECT_FALSE(picking.view(1).columns[0].read_only);
 }
 
 TEST_F(PickingTest, moves_symbols_within_their_lines) {

@@ -1,0 +1,374 @@
+// questions.cpp - what the picking asks a person, and what it does with the answer; see picking.h.
+#include <algorithm>
+#include <utility>
+
+#include "picker/failure.h"
+#include "picker/favourites.h"
+#include "picker/locate.h"
+#include "picker/path_completion.h"
+#include "picker/picking/picking.h"
+#include "picker/symbol_data.h"
+#include "picker/symbol_reading.h"
+#include "picker/word_list.h"
+
+namespace kigou {
+namespace {
+
+constexpr std::size_t most_targets = 20;   // that are remembered
+constexpr std::size_t most_choices = 2000; // of titles to choose from
+constexpr std::size_t most_told = 5;       // of what an answer may become
+constexpr std::string_view rescued = "（救出）";
+
+/** What all of the texts begin with, in whole characters. */
+std::string common_start(const std::vector<std::string> &texts) {
+    std::u32string start = to_characters(texts.front());
+    for (const std::string &text : texts) {
+        const std::u32string other = to_characters(text);
+        start.erase(std::ranges::mismatch(start, other).in1, start.end());
+    }
+    std::string utf8;
+    for (const char32_t character : start) utf8 += to_utf8(character);
+    return utf8;
+}
+
+void keep_once(std::vector<std::string> &texts) {
+    std::vector<std::string> once;
+    for (std::string &text : texts) {
+        if (std::ranges::count(once, text) == 0) once.push_back(std::move(text));
+    }
+    texts = std::move(once);
+}
+
+} // namespace
+
+/** @return whether the action belonged to a question */
+bool Picking::question_action(const Action &action) {
+    if (!asking_) return false;
+    switch (action.act) {
+        case Act::type:
+            asking_->answer += action.text;
+            break;
+        case Act::erase:
+        case Act::drop_pick:
+            asking_->answer = without_last(asking_->answer);
+            break;
+        case Act::search:
+            asking_->answer.clear();
+            break;
+        case Act::enter:
+        case Act::show:
+        case Act::take:
+            answer();
+            break;
+        case Act::back:
+        case Act::cancel:
+            drop();
+            break;
+        case Act::next:
+        case Act::previous:
+            choose(action.act == Act::next);
+            break;
+        case Act::complete:
+        case Act::next_title:
+            complete();
+            break;
+        default:
+            break;
+    }
+    return true;
+}
+
+std::string Picking::question() const {
+    const bool title = asking_->what == Asked::move_to && asking_->symbols.empty();
+    switch (asking_->what) {
+        case Asked::copy_to:
+            return "copy to";
+        case Asked::move_to:
+            return title ? "move below" : "move to";
+        case Asked::add_symbols:
+            return "add symbols";
+        case Asked::rename:
+            return "new name";
+        case Asked::keep_leftover:
+            return "an edit of " + leftovers_.front().title + " was never saved; keep it as";
+        default:
+            return asking_->of.empty() ? "new set" : "new title";
+    }
+}
+
+void Picking::ask(Act what) {
+    if (what == Act::copy_to) return ask_to_copy();
+    if (searching_) {
+        message_ = "go to where it stands to change it; here it can be copied";
+        return;
+    }
+    refuse_read_only();
+    if (what == Act::move_to) return ask_to_move();
+    if (what == Act::add_symbols) return ask_for_symbols();
+    ask_for_name(what == Act::new_title);
+}
+
+void Picking::ask_to_copy() {
+    Question question{Asked::copy_to};
+    question.symbols = picks_;
+    if (const auto under = symbol(); question.symbols.empty() && under) {
+        question.symbols.push_back(*under);
+    }
+    if (question.symbols.empty()) {
+        message_ = "there is no symbol under the cursor to copy";
+        return;
+    }
+    ask_where(std::move(question));
+}
+
+void Picking::ask_to_move() {
+    const Place &place = current().place;
+    Question question{Asked::move_to};
+    if (!place.snapshot() || size() == 0) {
+        message_ = "only titles and symbols of a set can be moved";
+        return;
+    }
+    if (const auto under = symbol()) {
+        question.symbols = {*under};
+        question.title = shown();
+        question.rest = without_symbol();
+    } else {
+        const std::size_t child = place.snapshot()->children(place.number())[current().cursor];
+        question.title = ShownTitle{place.snapshot(), child};
+    }
+    ask_where(std::move(question));
+}
+
+/** Asks for a path: the title that was used last, and with it all others of one's own. */
+void Picking::ask_where(Question question) {
+    question.choices.assign(targets_.begin(), targets_.end());
+    if (!question.symbols.empty()) question.choices.emplace_back(favourites_title);
+    for (std::string &title : own_titles(question.symbols.empty())) {
+        question.choices.push_back(std::move(title));
+    }
+    keep_once(question.choices);
+    if (question.title) std::erase(question.choices, question.title->title().text);
+    if (!question.choices.empty()) question.answer = question.choices.front();
+    asking_ = std::move(question);
+}
+
+/** Titles of the sets that can be changed. @param with_sets  these themselves, too */
+std::vector<std::string> Picking::own_titles(bool with_sets) const {
+    std::vector<std::string> titles;
+    for (const SetFile &set : shelf_.sets()) {
+        if (shelf_.is_read_only(set.path)) continue;
+        try {
+            const auto snapshot = shelf_.snapshot(set.path);
+            for (std::size_t i = with_sets ? 0 : 1;
+                 i < snapshot->size() && titles.size() < most_choices; ++i) {
+                titles.push_back(snapshot->title(i).text);
+            }
+        } catch (const Failure &) {
+            // What cannot be read cannot be a target either.
+        }
+    }
+    return titles;
+}
+
+void Picking::ask_for_symbols() {
+    const Place &place = current().place;
+    Question question{Asked::add_symbols};
+    if (!place.snapshot() || (size() == 0 && place.number() == 0)) {
+        message_ = "symbols are added to a title of a set";
+        return;
+    }
+    if (symbol() || size() == 0) {
+        question.title = shown();
+        const auto data = shown().set->data(shown().number);
+        question.place = symbol() ? place_in_data() + 2 : data.size();
+    } else {
+        const std::size_t child = place.snapshot()->children(place.number())[current().cursor];
+        question.title = ShownTitle{place.snapshot(), child};
+        question.place = place.snapshot()->data(child).size();
+    }
+    asking_ = std::move(question);
+}
+
+void Picking::ask_for_name(bool new_one) {
+    Question question{new_one ? Asked::new_title : Asked::rename};
+    if (new_one) {
+        if (!current().place.snapshot() && !current().place.path().empty()) {
+            message_ = "recent picks have no titles";
+            return;
+        }
+        question.of = current().place.path();
+    } else {
+        question.of = path_under_cursor();
+        if (symbol() || size() == 0 || question.of.empty() ||
+            current().place.item(current().cursor).kind == ItemKind::recent) {
+            message_ = "only titles and sets have names to change";
+            return;
+        }
+        question.answer = current().place.item(current().cursor).label;
+    }
+    asking_ = std::move(question);
+}
+
+void Picking::choose(bool forward) {
+    const std::size_t choices = asking_->choices.size();
+    if (choices == 0) return;
+    asking_->choice = (asking_->choice + (forward ? 1 : choices - 1)) % choices;
+    asking_->answer = asking_->choices[asking_->choice];
+}
+
+void Picking::complete() {
+    if (asking_->what != Asked::copy_to && asking_->what != Asked::move_to) return;
+    std::vector<std::string> paths;
+    for (PathCompletion &one : path_completions(shelf_.files(), asking_->answer, {})) {
+        const SetFile *const set = file_beginning(shelf_.files(), normalized(one.path));
+        if (set && !shelf_.is_read_only(set->path)) paths.push_back(std::move(one.path));
+    }
+    if (paths.empty()) {
+        message_ = "no title of your own begins so";
+        return;
+    }
+    asking_->answer = common_start(paths);
+    if (paths.size() == 1) return;
+    const std::size_t more = paths.size() - std::min(paths.size(), most_told);
+    paths.resize(paths.size() - more);
+    message_ = word_list(paths) + (more == 0 ? "" : " and " + std::to_string(more) + " more");
+}
+
+/** Leaves a question without an answer. */
+void Picking::drop() {
+    const Asked what = asking_->what;
+    asking_.reset();
+    if (what != Asked::keep_leftover) return;
+    message_ = "it stays in " + leftovers_.front().path + ", and is asked for at the next start";
+    leftovers_.pop_front();
+    offer_next();
+}
+
+/** Does what was asked for. What cannot be done leaves the question, so that nothing typed is lost.
+ */
+void Picking::answer() {
+    if (asking_->answer.empty()) return drop();
+    const Question asked = *std::exchange(asking_, std::nullopt);
+    try {
+        do_asked(asked);
+    } catch (const Failure &failure) {
+        asking_ = asked;
+        const bool path = asked.what == Asked::copy_to || asked.what == Asked::move_to;
+        if (failure.kind() != FailureKind::nothing_found || !path) throw;
+        asking_->missing = asked.answer;
+        message_ = "there is no title " + normalized(asked.answer);
+        for (const std::string &near : failure.details()) {
+            if (near.starts_with("did you mean")) message_ += "; " + near;
+        }
+        message_ += "; once more to make it";
+    }
+}
+
+void Picking::do_asked(const Question &asked) {
+    switch (asked.what) {
+        case Asked::copy_to:
+        case Asked::move_to:
+            return put_elsewhere(asked);
+        case Asked::add_symbols:
+            return add_typed(asked);
+        case Asked::rename:
+            return tell(edits_.rename(asked.of, asked.answer));
+        case Asked::keep_leftover:
+            return keep_leftover(asked.answer);
+        case Asked::new_title:
+            break;
+    }
+    if (asked.of.empty()) {
+        tell(edits_.make_set(asked.answer));
+        return go_to(asked.answer);
+    }
+    tell(edits_.add_title(asked.of, asked.answer));
+    move_to(current().place.find_path(asked.of + std::string(separator) + asked.answer));
+}
+
+void Picking::put_elsewhere(const Question &asked) {
+    const std::string &path = asked.answer;
+    const auto missing =
+        asked.missing == path ? SetEdits::Missing::make : SetEdits::Missing::refuse;
+    const std::size_t at = cursor();
+    if (asked.what == Asked::copy_to) {
+        tell(edits_.copy(asked.symbols, path, missing));
+    } else if (asked.symbols.empty()) {
+        tell(edits_.move_title(*asked.title, path, missing));
+        move_to(at);
+    } else {
+        tell(edits_.move(asked.symbols, *asked.title, asked.rest, path, missing));
+        move_to(at);
+    }
+    std::erase(targets_, path);
+    targets_.push_front(path);
+    if (targets_.size() > most_targets) targets_.pop_back();
+}
+
+void Picking::add_typed(const Question &asked) {
+    TypedSymbols typed(Reading::plain);
+    std::size_t number = 0;
+    std::string word;
+    for (const char32_t character : to_characters(asked.answer + " ")) {
+        if (character != U' ') {
+            word += to_utf8(character);
+        } else if (!word.empty()) {
+            typed.add_word(std::exchange(word, {}), "word " + std::to_string(++number));
+        }
+    }
+    const std::vector<Sjis> symbols = symbols_in(typed.finish());
+    const auto held = asked.title->set->data(asked.title->number);
+    Sjis data(held.begin(), held.end());
+    if (asked.place == data.size()) {
+        Sjis lines;
+        append_lines(lines, symbols);
+        append_data(data, lines);
+    } else {
+        Sjis pairs;
+        for (const Sjis &symbol : symbols) pairs.insert(pairs.end(), symbol.begin(), symbol.end());
+        data.insert(data.begin() + static_cast<std::ptrdiff_t>(asked.place), pairs.begin(),
+                    pairs.end());
+    }
+    const bool here = asked.title->title().text == current().place.path();
+    const std::size_t at = current().cursor;
+    tell(edits_.change(*asked.title, data,
+                       {.kind = ChangeKind::appended, .path = {}, .symbols = symbols.size()}));
+    if (here) move_to(at + symbols.size());
+}
+
+void Picking::offer(const std::vector<Leftover> &leftovers) {
+    for (const Leftover &leftover : leftovers) {
+        if (leftover.kept.empty()) {
+            leftovers_.push_back(leftover);
+        } else {
+            message_ = "an edit of " + leftover.title + " that was never saved is kept in " +
+                       leftover.kept;
+        }
+    }
+    offer_next();
+}
+
+/** Asks for the next one, under a title that is free. */
+void Picking::offer_next() {
+    if (leftovers_.empty()) return;
+    std::string title = leftovers_.front().title;
+    const auto taken = [&] {
+        return std::ranges::any_of(shelf_.files().sets,
+                                   [&](const SetFile &set) { return set.title.text == title; });
+    };
+    while (taken()) title += rescued;
+    asking_ = Question{.what = Asked::keep_leftover, .answer = title};
+}
+
+void Picking::keep_leftover(const std::string &name) {
+    Recovered recovered = recover(leftovers_.front().path);
+    recovered.rename(new_file_title(name));
+    keep_recovered(shelf_.directories(), recovered, SetEdits::hooks());
+    remove_leftover(leftovers_.front().path);
+    leftovers_.pop_front();
+    tell("kept as " + name);
+    go_to(name);
+    offer_next();
+}
+
+} // namespace kigou
