@@ -12,26 +12,35 @@
 namespace kigou {
 namespace {
 
-constexpr int escape_wait = 50; // milliseconds until an escape is one by itself
+constexpr int escape_wait = 50;  // milliseconds until an escape is one by itself
+constexpr int look_again = 1000; // milliseconds between looks at what other programs do
 constexpr std::size_t most_columns = 8;
 
 class Browser {
   public:
-    Browser(Shelf &shelf, int terminal, const std::string &start)
-        : terminal_(terminal), picking_(shelf, start) {}
+    Browser(Shelf &shelf, int terminal, const BrowseStart &start)
+        : terminal_(terminal), picking_(shelf, start.path) {
+        picking_.offer(start.leftovers);
+    }
 
     std::vector<Sjis> run() {
+        draw();
         while (picking_.end() == PickingEnd::going_on) {
-            draw();
-            for (const Key &key : read()) press(key);
+            const std::vector<Key> keys = read();
+            for (const Key &key : keys) press(key);
+            if (!keys.empty() || resized() || picking_.look()) draw();
         }
         return picking_.picks();
     }
 
   private:
+    bool resized() const {
+        return terminal_.size() != Terminal::Size{screen_.rows(), screen_.columns()};
+    }
+
     void draw() {
-        const Terminal::Size size = terminal_.size();
-        if (size.rows != screen_.rows() || size.columns != screen_.columns()) {
+        if (resized()) {
+            const Terminal::Size size = terminal_.size();
             screen_.resize(size.rows, size.columns);
             picking_.set_rows(item_rows(size.rows));
         }
@@ -39,15 +48,15 @@ class Browser {
         if (help_) {
             help_end_ = *help_ + draw_help(key_help(), *help_, screen_);
         } else {
-            drawn_ = kigou::draw(view_, key_hints(view_.searching), screen_);
+            drawn_ = kigou::draw(view_, key_hints(view_), screen_);
         }
         terminal_.write(screen_.update(terminal_.words()));
     }
 
-    /** Keys that are there, once there is one; none when the window has another size. */
+    /** Keys that are there, once there is one; none when there is something else to look at. */
     std::vector<Key> read() {
         std::vector<Key> keys;
-        reader_.take(terminal_.read(-1));
+        reader_.take(terminal_.read(look_again));
         while (auto key = reader_.next(false)) keys.push_back(std::move(*key));
         if (reader_.is_empty()) return keys;
         reader_.take(terminal_.read(escape_wait));
@@ -57,12 +66,13 @@ class Browser {
 
     void press(const Key &key) {
         if (help_) {
-            help_ = help_end_ < key_help().size() ? std::optional(help_end_) : std::nullopt;
+            const bool leaves = key.name == KeyName::escape || as_command(key.text) == "q";
+            const bool more = help_end_ < key_help().size() && !leaves;
+            help_ = more ? std::optional(help_end_) : std::nullopt;
             return;
         }
         if (key.name == KeyName::click) return click(key);
-        const View now = picking_.view(1);
-        const Command command = command_of(key, now.searching || !now.asking.empty());
+        const Command command = command_of(key, use_of(picking_.view(1)));
         if (command.own == Command::Own::help) help_ = 0;
         if (command.own == Command::Own::redraw) screen_.forget();
         if (command.action) picking_.act(*command.action);
@@ -96,7 +106,7 @@ class Browser {
 
 } // namespace
 
-std::vector<Sjis> browse(Shelf &shelf, int terminal, const std::string &start) {
+std::vector<Sjis> browse(Shelf &shelf, int terminal, const BrowseStart &start) {
     return Browser(shelf, terminal, start).run();
 }
 

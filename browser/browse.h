@@ -6,18 +6,23 @@
 #include <vector>
 
 #include "picker/picking/shelf.h"
+#include "picker/recovery.h"
 
 namespace kigou {
+
+struct BrowseStart {
+    std::string path{}; /**< full path of a title to begin at; empty: the standard set */
+    std::vector<Leftover> leftovers{}; /**< of killed processes, which the person is asked for */
+};
 
 /**
  * Runs until the person has taken symbols or leaves.
  * @param terminal  descriptor to read from and draw on
- * @param start     full path of a title to begin at; empty: the standard set
  * @return          what was taken, in its order; none when the person left with nothing
  * @throws Failure: refused for a terminal that cannot be drawn on; failed when it is gone;
  *         interrupted when a signal asked to end
  */
-std::vector<Sjis> browse(Shelf &shelf, int terminal, const std::string &start);
+std::vector<Sjis> browse(Shelf &shelf, int terminal, const BrowseStart &start);
 
 } // namespace kigou
 

@@ -6,16 +6,15 @@
 #include <string>
 
 #include "picker/search/readings.h"
-#include "picker/title.h"
+#include "picker/text.h"
+#include "picker/word_list.h"
 
 namespace kigou {
 namespace {
 
 constexpr std::size_t other_rows = 4;
-constexpr std::size_t number_cells = 2; // and a blank
 constexpr std::size_t symbol_cells = 3; // two and a gap
 constexpr std::size_t least_cells = 8, most_cells = 28;
-constexpr std::size_t most_numbered = 9;
 
 std::string name_of(const PlaceItem &item) {
     const SymbolNames *const names = names_of(item.symbol);
@@ -27,10 +26,15 @@ std::size_t cells_of(const PlaceItem &item) {
     return kigou::cells_of(item.label) + 2; // a mark behind
 }
 
+/** Cells of the number before an item, with a blank. */
+std::size_t number_cells(const ViewColumn &column) {
+    return std::to_string(column.items.size()).size() + 1;
+}
+
 std::size_t cells_of(const ViewColumn &column) {
     std::size_t cells = least_cells;
     for (const PlaceItem &item : column.items)
-        cells = std::max(cells, number_cells + cells_of(item));
+        cells = std::max(cells, number_cells(column) + cells_of(item));
     return std::min(cells, most_cells);
 }
 
@@ -42,22 +46,34 @@ void draw_item(const PlaceItem &item, std::size_t row, std::size_t column, std::
     }
     screen.put(row, column, item.label, std::min(cells, symbol_cells), style);
     if (cells <= symbol_cells) return;
-    std::string text = name_of(item);
-    if (!item.path.empty()) text += "  " + item.path;
-    screen.put(row, column + symbol_cells, text, cells - symbol_cells, style);
+    screen.put(row, column + symbol_cells, name_of(item), cells - symbol_cells, style);
+}
+
+/** A symbol that was found: its name, where it stands, and how it is read. */
+void draw_found(const PlaceItem &item, std::size_t row, std::size_t column, std::size_t cells,
+                Style style, Screen &screen) {
+    const std::size_t name = cells / 4, path = cells / 2;
+    if (cells < 4 * least_cells) return draw_item(item, row, column, cells, style, screen);
+    draw_item(item, row, column, symbol_cells + name, style, screen);
+    const auto put = [&](std::size_t at, const std::string &text, std::size_t room) {
+        screen.put(row, at, "", 1, style);
+        screen.put(row, at + 1, text, room - 1, style);
+    };
+    put(column + symbol_cells + name, item.path, path);
+    put(column + symbol_cells + name + path, word_list(readings_of(item.symbol)),
+        cells - symbol_cells - name - path);
 }
 
 void draw_column(const ViewColumn &column, std::size_t at, std::size_t cells, bool current,
-                 Screen &screen) {
+                 bool found, Screen &screen) {
+    const std::size_t in_front = number_cells(column);
     for (std::size_t i = 0; i < column.items.size(); ++i) {
         const bool chosen = column.cursor == i;
         const Style style = !chosen ? Style::plain : current ? Style::chosen : Style::heading;
-        const std::string number = current && i < most_numbered ? std::to_string(i + 1) : "";
-        screen.put(1 + i, at, number, number_cells, Style::faint);
-        if (cells > number_cells) {
-            draw_item(column.items[i], 1 + i, at + number_cells, cells - number_cells, style,
-                      screen);
-        }
+        screen.put(1 + i, at, current ? std::to_string(i + 1) : "", in_front, Style::faint);
+        if (cells <= in_front) continue;
+        (found ? draw_found : draw_item)(column.items[i], 1 + i, at + in_front, cells - in_front,
+                                         style, screen);
     }
     const bool more = column.first + column.items.size() < column.total;
     if (more) screen.put(1 + column.items.size(), at, "...", cells, Style::faint);
@@ -79,9 +95,56 @@ void draw_symbol(const SymbolTold &symbol, std::size_t row, Screen &screen) {
     screen.put(row, symbol_cells, text, screen.columns());
 }
 
-std::string heading(const View &view) {
-    if (view.searching) return "find: " + view.query + "_";
-    return view.columns[view.current].path;
+void draw_heading(const View &view, Screen &screen) {
+    const ViewColumn &column = view.columns[view.current];
+    std::string text = view.searching ? "find: " + view.query + "_" : column.path;
+    if (text.empty()) text = "all sets";
+    if (column.read_only) text += "  (read-only)";
+    std::string place;
+    if (column.cursor) {
+        place =
+            std::to_string(column.first + *column.cursor + 1) + "/" + std::to_string(column.total);
+    }
+    const std::size_t room = screen.columns();
+    const std::size_t left = place.size() + 1 < room ? room - place.size() - 1 : room;
+    screen.put(0, 0, text, left, Style::heading);
+    screen.put(0, left + 1, place, place.size(), Style::faint);
+}
+
+/** A text without as many of its first characters as it takes to fit. */
+std::string end_of(const std::string &text, std::size_t cells) {
+    std::u32string characters = to_characters(text);
+    std::string end = text;
+    while (kigou::cells_of(end) > cells && !characters.empty()) {
+        characters.erase(0, 1);
+        end.clear();
+        for (const char32_t character : characters) end += to_utf8(character);
+    }
+    return end;
+}
+
+/** The line of a question, a message or the picks; a long message takes the one above too. */
+void draw_line(const View &view, std::size_t row, Screen &screen) {
+    const std::size_t room = screen.columns();
+    if (!view.asking.empty()) {
+        const std::string question = view.asking + ": ";
+        const std::size_t taken = kigou::cells_of(question) + 1;
+        screen.put(row, 0, question + end_of(view.answer, room > taken ? room - taken : 1) + "_",
+                   room);
+        if (!view.message.empty()) screen.put(row - 1, 0, view.message, room);
+        return;
+    }
+    if (view.message.empty()) {
+        return screen.put(row, 0, view.picks.empty() ? "" : "taken: " + view.picks, room);
+    }
+    std::string first, rest;
+    for (const char32_t character : to_characters(view.message)) {
+        const std::string next = to_utf8(character);
+        const bool fits = rest.empty() && kigou::cells_of(first + next) <= room;
+        (fits ? first : rest) += next;
+    }
+    if (!rest.empty()) screen.put(row - 1, 0, first, room);
+    screen.put(row, 0, rest.empty() ? first : rest, room);
 }
 
 } // namespace
@@ -90,10 +153,11 @@ std::size_t item_rows(std::size_t screen_rows) {
     return screen_rows > other_rows + 1 ? screen_rows - other_rows - 1 : 1;
 }
 
-std::vector<DrawnItem> draw(const View &view, const std::string &hints, Screen &screen) {
+std::vector<DrawnItem> draw(const View &view, const std::vector<std::string> &hints,
+                            Screen &screen) {
     screen.clear();
     const std::size_t room = screen.columns(), rows = screen.rows();
-    screen.put(0, 0, heading(view), room, Style::heading);
+    draw_heading(view, screen);
     std::vector<DrawnItem> drawn;
     if (view.searching) {
         drawn.push_back({0, room, 0});
@@ -111,16 +175,17 @@ std::vector<DrawnItem> draw(const View &view, const std::string &hints, Screen &
     }
     for (const DrawnItem &column : drawn) {
         draw_column(view.columns[column.number], column.column, column.cells,
-                    column.number == view.current, screen);
+                    column.number == view.current, view.searching, screen);
     }
     if (rows < other_rows) return drawn;
     if (view.symbol) draw_symbol(*view.symbol, rows - 3, screen);
-    const std::string line = !view.asking.empty()    ? view.asking + ": " + view.answer + "_"
-                             : !view.message.empty() ? view.message
-                             : view.picks.empty()    ? std::string()
-                                                     : "taken: " + view.picks;
-    screen.put(rows - 2, 0, line, room);
-    screen.put(rows - 1, 0, hints, room - 1, Style::faint);
+    draw_line(view, rows - 2, screen);
+    std::string line_of_hints;
+    for (const std::string &hint : hints) {
+        const std::string more = (line_of_hints.empty() ? "" : "  ") + hint;
+        if (line_of_hints.size() + more.size() < room) line_of_hints += more;
+    }
+    screen.put(rows - 1, 0, line_of_hints, room - 1, Style::faint);
     return drawn;
 }
 
@@ -130,7 +195,7 @@ std::size_t draw_help(const std::vector<std::string> &lines, std::size_t from, S
     const std::size_t drawn = std::min(rows, lines.size() - from);
     for (std::size_t i = 0; i < drawn; ++i) screen.put(i, 0, lines[from + i], screen.columns());
     const bool more = from + drawn < lines.size();
-    screen.put(rows, 0, more ? "any key: more" : "any key: back", screen.columns() - 1,
+    screen.put(rows, 0, more ? "any key: more  Esc: back" : "any key: back", screen.columns() - 1,
                Style::faint);
     return drawn;
 }

@@ -22,10 +22,12 @@ struct DrawnItem {
 
 /**
  * Draws columns with the current one as far to the right as it must be, the symbol under the
- * cursor, the picks and a line of hints. A window that is too narrow shows fewer columns.
+ * cursor, the picks and a line of as many hints as fit. A window that is too narrow shows fewer
+ * columns.
  * @return the columns that were drawn, from the left
  */
-std::vector<DrawnItem> draw(const View &view, const std::string &hints, Screen &screen);
+std::vector<DrawnItem> draw(const View &view, const std::vector<std::string> &hints,
+                            Screen &screen);
 
 /** Draws lines of help over all, from one of them on. @return how many lines were drawn */
 std::size_t draw_help(const std::vector<std::string> &lines, std::size_t from, Screen &screen);

@@ -1,10 +1,13 @@
-// keymap.cpp - see keymap.h. What the help shows is made of the table that the keys go by.
+// keymap.cpp - see keymap.h. What the help shows is made of the tables that the keys go by.
 #include "browser/keymap.h"
 
-#include <iterator>
+#include <algorithm>
+#include <span>
 
 namespace kigou {
 namespace {
+
+using Own = Command::Own;
 
 /** A key by its name, or by the character of a text or control key. */
 struct Binding {
@@ -13,9 +16,13 @@ struct Binding {
     Act act;
     const char *keys; /**< for the help; empty for one that is told with another */
     const char *help;
+    bool alt = false;
+    Own own = Own::none; /**< instead of the action */
 };
 
-constexpr Binding bindings[] = {
+constexpr Act none = Act::finish; // of the bindings of the browser's own
+
+constexpr Binding commands[] = {
     {KeyName::down, 0, Act::next, "Down j Ctrl+N", "the next item"},
     {KeyName::text, 'j', Act::next, "", ""},
     {KeyName::control, 'n', Act::next, "", ""},
@@ -39,31 +46,50 @@ constexpr Binding bindings[] = {
     {KeyName::text, 'G', Act::last, "", ""},
     {KeyName::tab, 0, Act::next_title, "Tab", "the next title, whatever its level"},
     {KeyName::back_tab, 0, Act::previous_title, "Shift+Tab", "the title before"},
+    {KeyName::control, 'o', Act::all_sets, "Ctrl+O o", "to all sets, for another one"},
+    {KeyName::text, 'o', Act::all_sets, "", ""},
     {KeyName::enter, 0, Act::enter, "Enter", "takes the symbol and ends; goes into a title"},
     {KeyName::text, ' ', Act::take_and_stay, "Space Insert", "takes the symbol and stays"},
     {KeyName::insert, 0, Act::take_and_stay, "", ""},
     {KeyName::backspace, 0, Act::drop_pick, "Backspace", "gives the last one back"},
-    {KeyName::text, '/', Act::search, "/ F3 Ctrl+S", "finds: a reading, a name, a title, a code"},
+    {KeyName::text, '/', Act::search, "/ F3", "finds: a reading, a name, a title, a code"},
     {KeyName::f3, 0, Act::search, "", ""},
-    {KeyName::control, 's', Act::search, "", ""},
+    {KeyName::text, 'n', Act::next_found, "n .", "the next place of what was found"},
+    {KeyName::text, '.', Act::next_found, "", ""},
+    {KeyName::text, 'N', Act::previous_found, "N ,", "the place before"},
+    {KeyName::text, ',', Act::previous_found, "", ""},
     {KeyName::f5, 0, Act::copy_to, "F5 c",
      "copies the symbol, or the picks, to a title of your own"},
     {KeyName::text, 'c', Act::copy_to, "", ""},
-    {KeyName::f7, 0, Act::new_title, "F7", "a new title here; among the sets, a new set"},
-    {KeyName::f2, 0, Act::rename, "F2", "another name"},
+    {KeyName::f6, 0, Act::move_to, "F6 m", "moves the symbol or the title to another title"},
+    {KeyName::text, 'm', Act::move_to, "", ""},
+    {KeyName::f4, 0, Act::add_symbols, "F4 i", "adds symbols that you type, behind the cursor"},
+    {KeyName::text, 'i', Act::add_symbols, "", ""},
+    {KeyName::f7, 0, Act::new_title, "F7 a", "a new title here; among the sets, a new set"},
+    {KeyName::text, 'a', Act::new_title, "", ""},
+    {KeyName::f2, 0, Act::rename, "F2 r", "another name"},
+    {KeyName::text, 'r', Act::rename, "", ""},
     {KeyName::f8, 0, Act::remove, "F8 Delete", "removes the symbol, the title or the set"},
     {KeyName::remove, 0, Act::remove, "", ""},
-    {KeyName::text, 'u', Act::undo, "u Ctrl+Z", "takes the last edit back"},
-    {KeyName::control, 'z', Act::undo, "", ""},
+    {KeyName::up, 0, Act::raise, "Alt+Up <", "moves the symbol or the title up", true},
+    {KeyName::text, '<', Act::raise, "", ""},
+    {KeyName::down, 0, Act::lower, "Alt+Down >", "moves it down", true},
+    {KeyName::text, '>', Act::lower, "", ""},
+    {KeyName::control, 'z', Act::undo, "Ctrl+Z u", "takes the last edit back"},
+    {KeyName::text, 'u', Act::undo, "", ""},
     {KeyName::control, 'r', Act::redo, "Ctrl+R Ctrl+Y", "makes it again"},
     {KeyName::control, 'y', Act::redo, "", ""},
+    {KeyName::control, 's', Act::save, "Ctrl+S", "nothing: every edit is saved at once"},
+    {KeyName::f1, 0, none, "F1 ?", "this help", false, Own::help},
+    {KeyName::text, '?', none, "", "", false, Own::help},
+    {KeyName::control, 'l', none, "Ctrl+L", "draws all anew", false, Own::redraw},
     {KeyName::text, 'q', Act::finish, "q F10", "ends with what was taken"},
     {KeyName::f10, 0, Act::finish, "", ""},
     {KeyName::control, 'c', Act::cancel, "Ctrl+C", "ends with nothing"},
 };
 
 /** While something is looked for, characters are text, and these keys do something else. */
-constexpr Binding search_bindings[] = {
+constexpr Binding search_keys[] = {
     {KeyName::enter, 0, Act::show, "Enter", "goes to where the symbol stands"},
     {KeyName::text, ' ', Act::take_and_stay, "Space", "takes it and stays"},
     {KeyName::backspace, 0, Act::erase, "Backspace", "takes the last character away"},
@@ -72,35 +98,56 @@ constexpr Binding search_bindings[] = {
     {KeyName::escape, 0, Act::back, "Esc", "leaves the search"},
 };
 
+/** While a question is asked. */
+constexpr Binding answer_keys[] = {
+    {KeyName::enter, 0, Act::enter, "Enter", "does it"},
+    {KeyName::down, 0, Act::next, "Down Up", "other titles to choose from"},
+    {KeyName::up, 0, Act::previous, "", ""},
+    {KeyName::control, 'n', Act::next, "", ""},
+    {KeyName::control, 'p', Act::previous, "", ""},
+    {KeyName::tab, 0, Act::complete, "Tab", "completes a title"},
+    {KeyName::backspace, 0, Act::erase, "Backspace", "takes the last character away"},
+    {KeyName::control, 'u', Act::search, "Ctrl+U", "takes all of it away"},
+    {KeyName::escape, 0, Act::back, "Esc Ctrl+C", "does nothing"},
+    {KeyName::control, 'c', Act::cancel, "", ""},
+};
+
 bool is_key(const Binding &binding, const Key &key) {
-    if (binding.name != key.name || key.alt) return false;
+    if (binding.name != key.name || key.alt != binding.alt) return false;
     return binding.character == 0 || as_command(key.text) == std::string(1, binding.character);
+}
+
+std::optional<Command> bound(std::span<const Binding> bindings, const Key &key) {
+    const auto binding =
+        std::ranges::find_if(bindings, [&](const Binding &one) { return is_key(one, key); });
+    if (binding == bindings.end()) return std::nullopt;
+    if (binding->own != Own::none) return Command{std::nullopt, binding->own};
+    return Command{Action{binding->act}, Own::none};
 }
 
 } // namespace
 
-Command command_of(const Key &key, bool searching) {
-    if (key.name == KeyName::f1) return {std::nullopt, Command::Own::help};
-    if (key.name == KeyName::control && key.text == "l")
-        return {std::nullopt, Command::Own::redraw};
-    if (key.alt && (key.name == KeyName::up || key.name == KeyName::down)) {
-        return {Action{key.name == KeyName::up ? Act::raise : Act::lower}};
+KeyUse use_of(const View &view) {
+    if (!view.asking.empty()) return KeyUse::answer;
+    return view.searching ? KeyUse::search : KeyUse::commands;
+}
+
+Command command_of(const Key &key, KeyUse use) {
+    const bool is_character = key.name == KeyName::text && !key.alt;
+    if (use == KeyUse::answer) {
+        if (is_character) return {Action{Act::type, key.text}};
+        return bound(answer_keys, key).value_or(Command{});
     }
-    if (searching) {
-        for (const Binding &binding : search_bindings) {
-            if (is_key(binding, key)) return {Action{binding.act}};
-        }
-        if (key.name == KeyName::text) return {Action{Act::type, key.text}};
+    if (use == KeyUse::search) {
+        if (const auto command = bound(search_keys, key)) return *command;
+        // Words of a name are typed with the one key that is no character.
+        if (key.name == KeyName::tab) return {Action{Act::type, " "}};
+        if (is_character) return {Action{Act::type, key.text}};
     }
-    for (const Binding &binding : bindings) {
-        if (is_key(binding, key)) return {Action{binding.act}};
-    }
-    if (key.name != KeyName::text) return {};
-    const std::string typed = as_command(key.text);
-    if (typed == "?") return {std::nullopt, Command::Own::help};
-    if (typed.size() == 1 && typed.front() >= '1' && typed.front() <= '9') {
-        return {Action{.act = Act::take_number,
-                       .number = static_cast<std::size_t>(typed.front() - '0')}};
+    if (const auto command = bound(commands, key)) return *command;
+    const std::string typed = is_character ? as_command(key.text) : "";
+    if (typed.size() == 1 && typed.front() >= '0' && typed.front() <= '9') {
+        return {Action{.act = Act::digit, .number = static_cast<std::size_t>(typed.front() - '0')}};
     }
     return {};
 }
@@ -111,24 +158,39 @@ std::vector<std::string> key_help() {
         keys.resize(std::max<std::size_t>(keys.size() + 1, 20), ' ');
         lines.push_back("  " + keys + help);
     };
-    for (const Binding &binding : bindings) {
-        if (*binding.keys) add(binding.keys, binding.help);
-    }
-    add("Alt+Up Alt+Down", "moves the symbol among its neighbours");
-    add("1 to 9", "goes to the item of that number and enters it");
-    add("F1 ?", "this help");
-    add("Ctrl+L", "draws all anew");
+    const auto add_all = [&](std::span<const Binding> bindings) {
+        for (const Binding &binding : bindings) {
+            if (*binding.keys) add(binding.keys, binding.help);
+        }
+    };
+    add_all(commands);
+    add("0 to 9", "goes to the item of that number and takes or enters it");
     lines.emplace_back("While something is looked for:");
-    for (const Binding &binding : search_bindings) {
-        if (*binding.keys) add(binding.keys, binding.help);
-    }
-    lines.emplace_back("Full-width letters and digits do the same.");
+    add_all(search_keys);
+    add("Tab", "a blank, between two words");
+    lines.emplace_back("While something is asked for:");
+    add_all(answer_keys);
+    lines.emplace_back("Full-width letters, digits and signs do the same.");
     return lines;
 }
 
-std::string key_hints(bool searching) {
-    return searching ? "type to find  Enter go there  Space take  Esc back"
-                     : "arrows move  Enter take  Space take more  / find  ? help  q quit";
+std::vector<std::string> key_hints(const View &view) {
+    switch (use_of(view)) {
+        case KeyUse::answer:
+            return {"Enter do it", "Esc leave it", "Up Down choose", "Tab complete"};
+        case KeyUse::search:
+            return {"type to find", "Enter go there", "Space take", "F5 copy", "Esc back"};
+        case KeyUse::commands:
+            break;
+    }
+    if (!view.number.empty()) return {"Enter item " + view.number, "0-9 go on", "Backspace", "Esc"};
+    if (!view.picks.empty()) {
+        return {"q end with these", "Enter take and end", "Space take more", "Backspace give back"};
+    }
+    std::vector<std::string> hints{"arrows move", "Enter take", "Space take more",
+                                   "/ find",      "? help",     "q quit"};
+    if (!view.columns[view.current].read_only) hints.emplace_back("F7 new title");
+    return hints;
 }
 
 } // namespace kigou

@@ -18,14 +18,18 @@ struct Command {
     Own own = Own::none;
 };
 
-/** @param searching  characters are what is looked for, and no commands */
-Command command_of(const Key &key, bool searching);
+/** What characters are: commands, what is looked for, or the answer to a question. */
+enum class KeyUse { commands, search, answer };
+
+KeyUse use_of(const View &view);
+
+Command command_of(const Key &key, KeyUse use);
 
 /** Lines that tell all keys. */
 std::vector<std::string> key_help();
 
-/** The most needed ones in a line. */
-std::string key_hints(bool searching);
+/** The keys that are needed most for what is shown, the most needed first; each with its use. */
+std::vector<std::string> key_hints(const View &view);
 
 } // namespace kigou
 

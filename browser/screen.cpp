@@ -62,6 +62,9 @@ void Screen::put(std::size_t row, std::size_t column, std::string_view utf8, std
     if (row >= rows_ || column >= columns_) return;
     const std::size_t end = std::min(column + cells, columns_);
     Row &line = wanted_[row];
+    // A character that is covered in part goes.
+    if (line[column].text.empty()) line[column - 1] = {" ", style, true};
+    if (end < columns_ && line[end].text.empty()) line[end] = {" ", style, true};
     const bool fits = cells_of(utf8) <= end - column;
     for (char32_t character : to_characters(utf8)) {
         character = shown_as(character);

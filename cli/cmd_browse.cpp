@@ -14,6 +14,7 @@
 #include "picker/codes.h"
 #include "picker/failure.h"
 #include "picker/locate.h"
+#include "picker/recovery.h"
 
 namespace kigou {
 namespace {
@@ -43,7 +44,7 @@ class ControllingTerminal {
     int descriptor_;
 };
 
-std::vector<Sjis> picks_of(Shelf &shelf, const std::string &start) {
+std::vector<Sjis> picks_of(Shelf &shelf, const BrowseStart &start) {
     const ControllingTerminal terminal;
     return browse(shelf, terminal.descriptor(), start);
 }
@@ -54,7 +55,7 @@ Status run(const Context &context, const Options &options) {
         start = locate(find_sets(context.directories), options.path, options.file).title().text;
     }
     Shelf shelf(context.directories, Recents());
-    const std::vector<Sjis> picks = picks_of(shelf, start);
+    const std::vector<Sjis> picks = picks_of(shelf, {start, sweep_leftovers(context.directories)});
     if (const std::string trouble = shelf.note(picks); !trouble.empty()) complain(trouble);
     if (context.json) {
         nlohmann::ordered_json json = {{"symbols", nlohmann::json::array()}};

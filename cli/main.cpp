@@ -32,7 +32,8 @@ void look_around(const Invocation &invocation) {
          provide_shipped_sets(directories, state_directory(), edit_hooks())) {
         complain("put " + title + " among your own sets, in " + directories.common);
     }
-    if (invocation.command == &recover_command) return; // told of them already
+    // One who recovers knows of them, and the browser asks.
+    if (invocation.command == &recover_command || invocation.command == &browse_command) return;
     std::size_t told = 0;
     for (const Leftover &leftover : sweep_leftovers(directories)) {
         if (!leftover.kept.empty()) {

@@ -18,8 +18,10 @@ from terminal import Person
 
 DOWN, RIGHT, LEFT = "\x1b[B", "\x1b[C", "\x1b[D"
 ENTER, ESC, TAB, BACKSPACE = "\r", "\x1b", "\t", "\x7f"
-F5, F7 = "\x1b[15~", "\x1b[18~"
-CTRL_C, CTRL_R = "\x03", "\x12"
+F3, F4 = "\x1bOR", "\x1bOS"
+F5, F6, F7 = "\x1b[15~", "\x1b[17~", "\x1b[18~"
+ALT_UP = "\x1b[1;3A"
+CTRL_C, CTRL_O, CTRL_R, CTRL_S, CTRL_U = "\x03", "\x0f", "\x12", "\x13", "\x15"
 
 # Name, keys with what must appear before the next, what the browser gives, exit status.
 PICKING = [
@@ -30,7 +32,7 @@ PICKING = [
         "、。",
         0,
     ),
-    ("finds by romaji", [("記述記号", "/yaji"), ("右矢印", " "), ("taken: →", ESC), ("arrows move", "q")], "→", 0),
+    ("finds by romaji", [("記述記号", "/yaji"), ("右矢印", " "), ("taken: →", ESC), ("q end with these", "q")], "→", 0),
     (
         "goes to what it finds",
         [("記述記号", "/せっし"), ("セ氏度記号", ENTER), ("標準の記号／単位・通貨／単位", ENTER)],
@@ -44,9 +46,18 @@ PICKING = [
         0,
     ),
     ("takes by number", [("記述記号", TAB + TAB), ("U+3000", "3")], "。", 0),
+    ("takes by a number of two digits", [("記述記号", TAB + TAB), ("U+3000", "1"), ("Enter item 1", "０")], "！", 0),
+    ("finds two words", [("記述記号", "/right" + TAB + "arrow"), ("右矢印", ENTER), ("一般記号／矢印", ENTER)], "→", 0),
+    (
+        "goes on in what was found",
+        [("記述記号", F3 + "ほし"), ("白星", ENTER), ("U+2606", "."), ("U+2605", "ｎ"), ("U+FF0A", ","), ("U+2605", ENTER)],
+        "★",
+        0,
+    ),
     ("leaves with nothing", [("記述記号", "q")], "", 1),
     ("forgets on Ctrl+C", [("記述記号", TAB + TAB), ("U+3000", " "), ("taken:", CTRL_C)], "", 1),
-    ("shows its keys", [("記述記号", "?"), ("any key: more", "x"), ("any key: back", "x"), ("記述記号", "q")], "", 1),
+    ("shows its keys", [("記述記号", "?"), ("any key: more", "x"), ("Ctrl+C", "ｘ"), ("any key: back", "x"), ("記述記号", "q")], "", 1),
+    ("leaves its keys", [("記述記号", "?"), ("any key: more", ESC), ("記述記号", "q")], "", 1),
     ("asks what was meant", [("記述記号", "/yajirusu"), ("meant やじるし?", ESC), ("arrows move", "q")], "", 1),
 ]
 
@@ -119,36 +130,115 @@ def check_ends(kigou):
             assert message in refused.text(), refused.text()
 
 
+def follow(browser, steps):
+    for shown, typed in steps:
+        browser.wait(shown)
+        browser.type(typed)
+
+
 def check_editing(kigou):
     with tempfile.TemporaryDirectory() as folder:
-        browser = Person(kigou, folder).run("kigou")
+        person = Person(kigou, folder)
+        browser = person.run("kigou")
         steps = [
-            ("記述記号", LEFT),
-            ("拡張の記号", F7),
+            ("(read-only)", F7),
+            ("標準の記号 cannot be changed", CTRL_O),
+            ("all sets", F7),
             ("new set: _", "私" + ENTER),
             ("made the symbol file 私", F7),
             ("new title: _", "印" + ENTER),
             ("added 私／印", "/こめじるし"),
             ("米印", F5),
-            ("copy to: お気に入り_", BACKSPACE * 5 + "私/印" + ENTER),
+            ("copy to: お気に入り_", CTRL_U + "私/い"),
+            ("copy to: 私/い_", BACKSPACE + TAB + ENTER),
             ("added 1 symbol to 私／印", ESC),
-            ("arrows move", "u"),
+            ("F7 new title", "u"),
             ("undone: added 1 symbol to 私／印", CTRL_R),
-            ("again: added 1 symbol to 私／印", RIGHT),
-            ("1 ※", "q"),
+            ("again: added 1 symbol to 私／印", RIGHT + F4 + "→1-90" + ENTER),
+            ("word 1, column 2: '1'", ESC + F4 + "→" + ENTER),
+            ("added 1 symbol to 私／印", ALT_UP),
+            ("moved 1 symbol in 私／印", F6 + CTRL_U + "私/矢" + ENTER),
+            ("once more to make it", ENTER),
+            ("moved: added 1 symbol to 私／矢", LEFT + ">"),
+            ("2 印", CTRL_S),
+            ("every edit is saved already", "q"),
         ]
-        for shown, typed in steps:
-            browser.wait(shown)
-            browser.type(typed)
+        follow(browser, steps)
         assert browser.finish() == 1
+        listed = person.run("kigou tree 私; kigou list 私/印; kigou list 私/矢")
+        assert listed.finish() == 0
+        assert listed.text().split() == ["私", "├──", "矢", "(1)", "└──", "印", "(1)", "私／印", "※", "私／矢", "→"], listed.text()
+
+
+def check_other_programs(kigou):
+    """What another program changes appears without a key."""
+    with tempfile.TemporaryDirectory() as folder:
         person = Person(kigou, folder)
-        listed = person.run("kigou list 私/印")
-        assert listed.finish() == 0 and "※" in listed.text(), listed.text()
+        person.run("kigou new 私; kigou add 私 印; kigou put 私/印 →").finish()
+        browser = person.run("kigou browse 私/印")
+        browser.wait("U+2192")
+        person.run("kigou put 私/印 ← --append").finish()
+        browser.wait("another program changed a set")
+        follow(browser, [("左矢印", DOWN), ("U+2190", ENTER)])
+        browser.finish()
+
+
+def large_set(person):
+    """A set that takes a while to be edited."""
+    titles = "".join(f"［他／{i}］\n{'-' * 40}\n☆★\n{'-' * 40}\n" for i in range(6000))
+    text = f"〈記号〉\n名称=私\n［印］\n{'-' * 40}\n→\n{'-' * 40}\n{titles}"
+    path = person.folder / "data/kigou/own.kig"
+    path.parent.mkdir(parents=True, exist_ok=True)
+    path.write_bytes(text.encode("euc_jp"))
+    return path
+
+
+def check_closing(kigou):
+    """A window that is closed, or a process that is killed, in the middle of an edit."""
+    for moment in (0, 0.01, 0.03, 0.06, 0.1):
+        with tempfile.TemporaryDirectory() as folder:
+            person = Person(kigou, folder)
+            own = large_set(person)
+            before = own.read_bytes()
+            browser = person.run("exec kigou browse 私/印")
+            follow(browser, [("U+2192", F4 + "※"), ("add symbols: ※", ENTER)])
+            time.sleep(moment)
+            os.close(browser.file)
+            os.waitpid(browser.process, 0)
+            after = before.replace("→\n".encode("euc_jp"), "→※\n".encode("euc_jp"), 1)
+            assert own.read_bytes() in (before, after), "a closed window leaves half a set"
+            left = [path.name for path in person.folder.iterdir()]
+            assert sorted(left) == ["data", "state"] or left == ["data"], left
+    for attempt in range(40):
+        with tempfile.TemporaryDirectory() as folder:
+            person = Person(kigou, folder)
+            own = large_set(person)
+            browser = person.run("exec kigou browse 私/印")
+            follow(browser, [("U+2192", F4 + "※"), ("add symbols: ※", ENTER)])
+            time.sleep(0.005 * attempt)
+            os.kill(browser.process, signal.SIGKILL)
+            os.waitpid(browser.process, 0)
+            left = [path for path in person.folder.iterdir() if path.is_file()]
+            for path in left:
+                os.utime(path, times=(time.time() - 10,) * 2)
+            os.utime(own, times=(time.time() - 20,) * 2)
+            browser = person.run("kigou")
+            browser.wait("記述記号")
+            offered = "an edit of 私 was never saved; keep it as: 私（救出）_" in browser.text()
+            if offered:
+                browser.type(ENTER)
+                follow(browser, [("kept as 私（救出）", RIGHT), ("※", CTRL_C)])
+            else:
+                browser.type("q")
+            browser.finish()
+            if offered:
+                return
+    raise AssertionError("no kill left an edit that was not saved")
 
 
 def main():
     kigou = os.path.abspath(sys.argv[1])
-    for check in (check_picking, check_widths, check_ends, check_editing):
+    for check in (check_picking, check_widths, check_ends, check_editing, check_other_programs, check_closing):
         check(kigou)
         print(check.__name__, "passes")
 
