@@ -312,6 +312,16 @@ TEST_F(PickingTest, keeps_what_another_program_changes) {
     }
 }
 
+TEST_F(PickingTest, knows_what_a_question_was_asked_of) {
+    Shelf all = shelf();
+    Picking picking(all, "私");
+    run(picking, "rename =表");
+    write_file(workspace.common / "b.kig", symbol_file("私", block("角", "°\n") + block("単位", "℃\n")));
+    EXPECT_TRUE(picking.look());
+    run(picking, "prev enter");
+    EXPECT_EQ(drawn(picking), "標準の記号/ [私/] | 角 [単位表] | ℃  !renamed 私／単位 to 私／単位表");
+}
+
 /** Edits of killed processes are asked for one by one; what is not kept stays. */
 TEST_F(PickingTest, offers_what_was_never_saved) {
     const Directories directories{workspace.program, workspace.common, workspace.user};
