@@ -5,15 +5,10 @@
 #include <string>
 #include <vector>
 
+#include "browser/browse_start.h"
 #include "picker/picking/shelf.h"
-#include "picker/recovery.h"
 
 namespace kigou {
-
-struct BrowseStart {
-    std::string path{}; /**< full path of a title to begin at; empty: the standard set */
-    std::vector<Leftover> leftovers{}; /**< of killed processes, which the person is asked for */
-};
 
 /**
  * Runs until the person has taken symbols or leaves.

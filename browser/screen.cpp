@@ -34,6 +34,12 @@ char32_t shown_as(char32_t character) {
 
 } // namespace
 
+std::string shown_text(std::string_view utf8) {
+    std::string text;
+    for (const char32_t character : to_characters(utf8)) text += to_utf8(shown_as(character));
+    return text;
+}
+
 std::size_t cells_of(std::string_view utf8) {
     std::size_t cells = 0;
     for (const char32_t character : to_characters(utf8))

@@ -25,6 +25,12 @@ struct TerminalWords {
 /** Cells that a text takes: one for narrow characters, two for all others. */
 std::size_t cells_of(std::string_view utf8);
 
+/**
+ * The text without what a terminal may take for a command: control characters, and those without
+ * a place of their own, become ?.
+ */
+std::string shown_text(std::string_view utf8);
+
 class Screen {
   public:
     /** All blank, and unlike anything that was shown. */

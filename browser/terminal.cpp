@@ -62,12 +62,29 @@ std::string to_place(std::size_t row, std::size_t column) {
 
 } // namespace
 
-Terminal::Terminal(int descriptor) : descriptor_(descriptor) {
-    int error = 0;
+std::string why_no_columns(int descriptor) {
     const char *const name = std::getenv("TERM");
-    if (setupterm(name, descriptor, &error) != OK || word("cup").empty() || word("clear").empty()) {
-        throw Failure(FailureKind::refused, std::string("TERM=") + (name ? name : "") +
-                                                " is no terminal that a picture can be drawn on");
+    if (!name || *name == '\0') return "TERM is not set, so columns cannot be shown";
+    int error = 0; // without it a name that is not known ends the program
+    const bool known = setupterm(name, descriptor, &error) == OK;
+    if (known && !word("cup").empty() && !word("clear").empty()) return {};
+    return std::string("TERM=") + name + " cannot show columns";
+}
+
+void write_to_terminal(int descriptor, const std::string &bytes) {
+    for (std::size_t done = 0; done < bytes.size();) {
+        const ssize_t count = ::write(descriptor, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno != EINTR) {
+            throw Failure(FailureKind::failed,
+                          std::string("the terminal is gone: ") + std::strerror(errno));
+        }
+        if (count > 0) done += static_cast<std::size_t>(count);
+    }
+}
+
+Terminal::Terminal(int descriptor) : descriptor_(descriptor) {
+    if (const std::string why = why_no_columns(descriptor); !why.empty()) {
+        throw Failure(FailureKind::refused, why);
     }
     const std::string plain = without_pauses(word("sgr0"));
     words_ = {without_pauses(word("clear")),       plain,
@@ -117,14 +134,7 @@ Terminal::Size Terminal::size() const {
 }
 
 void Terminal::write(const std::string &bytes) {
-    for (std::size_t done = 0; done < bytes.size();) {
-        const ssize_t count = ::write(descriptor_, bytes.data() + done, bytes.size() - done);
-        if (count < 0 && errno != EINTR) {
-            throw Failure(FailureKind::failed,
-                          std::string("the terminal is gone: ") + std::strerror(errno));
-        }
-        if (count > 0) done += static_cast<std::size_t>(count);
-    }
+    write_to_terminal(descriptor_, bytes);
 }
 
 std::string Terminal::read(int milliseconds) {

@@ -12,6 +12,12 @@
 
 namespace kigou {
 
+/** Why columns cannot be drawn on a terminal, going by TERM; empty when they can. */
+std::string why_no_columns(int descriptor);
+
+/** @throws Failure (failed) when the terminal is gone */
+void write_to_terminal(int descriptor, const std::string &bytes);
+
 /**
  * Takes a terminal over: its other screen, keys one by one, the mouse. All of it is put back when
  * this is destroyed; a signal that asks to end ends the next read by a Failure. One at a time.
@@ -20,7 +26,7 @@ class Terminal {
   public:
     /**
      * @param descriptor  of the terminal, for reading and writing; it is not closed
-     * @throws Failure (refused) when TERM names no terminal that can place its cursor
+     * @throws Failure (refused) when columns cannot be drawn on it
      */
     explicit Terminal(int descriptor);
     ~Terminal();

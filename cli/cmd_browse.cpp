@@ -8,6 +8,8 @@
 #include <memory>
 
 #include "browser/browse.h"
+#include "browser/plain.h"
+#include "browser/terminal.h"
 #include "cli/command.h"
 #include "cli/json.h"
 #include "cli/output.h"
@@ -23,6 +25,7 @@ struct Options {
     std::string path;
     std::optional<std::string> file;
     bool pick = false;
+    bool plain = false;
 };
 
 /** The controlling terminal, whatever the standard streams are. */
@@ -44,8 +47,15 @@ class ControllingTerminal {
     int descriptor_;
 };
 
-std::vector<Sjis> picks_of(Shelf &shelf, const BrowseStart &start) {
+/** In columns, unless the plain mode is asked for or nothing else can be shown. */
+std::vector<Sjis> picks_of(Shelf &shelf, const BrowseStart &start, bool plain) {
     const ControllingTerminal terminal;
+    const std::string help = "? for help";
+    if (plain) return browse_plain(shelf, terminal.descriptor(), start, help);
+    if (const std::string why = why_no_columns(terminal.descriptor()); !why.empty()) {
+        return browse_plain(shelf, terminal.descriptor(), start,
+                            why + "; this is the plain mode, " + help);
+    }
     return browse(shelf, terminal.descriptor(), start);
 }
 
@@ -55,7 +65,8 @@ Status run(const Context &context, const Options &options) {
         start = locate(find_sets(context.directories), options.path, options.file).title().text;
     }
     Shelf shelf(context.directories, Recents());
-    const std::vector<Sjis> picks = picks_of(shelf, {start, sweep_leftovers(context.directories)});
+    const std::vector<Sjis> picks =
+        picks_of(shelf, {start, sweep_leftovers(context.directories)}, options.plain);
     if (const std::string trouble = shelf.note(picks); !trouble.empty()) complain(trouble);
     if (context.json) {
         nlohmann::ordered_json json = {{"symbols", nlohmann::json::array()}};
@@ -74,6 +85,8 @@ Body declare(Arguments &arguments) {
     arguments.option("--file", Value::file_title, options->file,
                      "Title of the symbol file when the path does not begin with it");
     arguments.flag("--pick", options->pick, "The same, for command lines without a command");
+    arguments.flag("--plain", options->plain,
+                   "Lines of text in place of columns, for screen readers and simple terminals");
     return [options](const Context &context) { return run(context, *options); };
 }
 
@@ -83,10 +96,13 @@ const Command browse_command{"browse",
                              "Browse the symbol files full-screen, and take symbols",
                              "  kigou browse\n"
                              "  kigou browse 一般記号/矢印\n"
-                             "  kigou browse --file 拡張の記号 > symbols.txt",
+                             "  kigou browse --file 拡張の記号 > symbols.txt\n"
+                             "  kigou browse --plain 一般記号",
                              declare,
                              "What was taken is written as one line; the picture is drawn on the "
-                             "terminal all the same, so a script can use $(kigou --pick).",
+                             "terminal all the same, so a script can use $(kigou --pick). "
+                             "Where TERM names a terminal that cannot show columns the plain mode "
+                             "starts by itself.",
                              "0 taken, 1 nothing taken, 2 misuse or failure"};
 
 } // namespace kigou
