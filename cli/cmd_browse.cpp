@@ -13,6 +13,7 @@
 #include "cli/command.h"
 #include "cli/json.h"
 #include "cli/output.h"
+#include "cli/utf8_locale.h"
 #include "picker/codes.h"
 #include "picker/failure.h"
 #include "picker/locate.h"
@@ -50,6 +51,7 @@ class ControllingTerminal {
 /** In columns, unless the plain mode is asked for or nothing else can be shown. */
 std::vector<Sjis> picks_of(Shelf &shelf, const BrowseStart &start, bool plain) {
     const ControllingTerminal terminal;
+    require_utf8_locale();
     const std::string help = "? for help";
     if (plain) return browse_plain(shelf, terminal.descriptor(), start, help);
     if (const std::string why = why_no_columns(terminal.descriptor()); !why.empty()) {

@@ -244,7 +244,7 @@ def check_hostile(kigou):
 
 
 def check_terminals(kigou):
-    """Those that cannot show columns."""
+    """Terminals that cannot show columns, and none that shows something else than UTF-8."""
     why_not = "{} cannot show columns; this is the plain mode, ? for help"
     for setting, first in (
         ("TERM=dumb", why_not.format("TERM=dumb")),
@@ -261,6 +261,31 @@ def check_terminals(kigou):
             shell.type("1\n")
             assert shell.finish() == 0 and "given →" in shell.text(), shell.text()
             assert "-icanon" not in shell.text() and b"\x1b" not in shell.written, shell.text()
+    for setting, variable in (
+        ("LC_ALL=C", "LC_ALL=C"),
+        ("LC_ALL=POSIX LC_CTYPE=C.UTF-8 LANG=C.UTF-8", "LC_ALL=POSIX"),
+        ("LC_ALL= LC_CTYPE=ja_JP.eucJP LANG=C.UTF-8", "LC_CTYPE=ja_JP.eucJP"),
+        ("LANG=ja_JP.eucJP", "LANG=ja_JP.eucJP"),
+        ("LANG=ja_JP", "LANG=ja_JP"),
+        ("", "LC_ALL, LC_CTYPE and LANG are not set"),
+        ("LC_ALL=C.UTF-8 LANG=C", None),
+        ("LC_CTYPE=C.utf8 LANG=C", None),
+        ("LANG=xx_YY.UTF8@none", None),
+    ):
+        for mode in ("--plain", ""):
+            with tempfile.TemporaryDirectory() as folder:
+                person = Person(kigou, folder)
+                clean = "env -u LC_ALL -u LC_CTYPE -u LANG " + setting
+                script = f"{clean} kigou list 一般記号/矢印; {clean} kigou browse {mode} >/dev/null; echo status $?"
+                shell = person.run(script, columns=200)
+                shell.wait("status 2" if variable else "1 記述記号")
+                if variable:
+                    told = shell.text()
+                    assert f"the locale ({variable}) is not UTF-8, so symbols cannot be shown" in told, told
+                    assert "try: LC_ALL=C.UTF-8 kigou" in told and "→" in told, told
+                else:
+                    shell.type("q\n")
+                shell.finish()
 
 
 def check_signals(kigou):
