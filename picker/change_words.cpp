@@ -26,7 +26,7 @@ std::string sentence_of(const Change &change) {
         case ChangeKind::appended:
             if (!change.before) return "added to " + change.path + in_brackets;
             return "added " + symbols + " to " + change.path +
-                   (change.there_already
+                   (change.there_already.value_or(0) != 0
                         ? "; " + std::to_string(*change.there_already) + " stood there already"
                         : "");
         case ChangeKind::deleted:

@@ -182,7 +182,7 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
         {"back back search =ほし next copy enter", "☆ [★] ?ほし =黒星 !made the symbol file お気に入り"},
         {"tab last copy back", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形"},
         {"search =ほし copy erase erase erase erase erase =私/単位 enter",
-         "[☆]★  ?ほし =白星 !added 1 symbol to 私／単位; 0 stood there already"},
+         "[☆]★  ?ほし =白星 !added 1 symbol to 私／単位"},
         {"back back last enter enter remove", "標準の記号/ [私/] | [単位] |  !removed 1 symbol from 私／単位"},
         {"back back last enter enter remove undo", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: removed 1 symbol from 私／単位"},
         {"back back last enter enter remove undo redo", "標準の記号/ [私/] | [単位] |  !again: removed 1 symbol from 私／単位"},
