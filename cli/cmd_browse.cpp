@@ -86,7 +86,7 @@ Body declare(Arguments &arguments) {
     arguments.optional_word("PATH", Value::path, options->path, "Title to begin at");
     arguments.option("--file", Value::file_title, options->file,
                      "Title of the symbol file when the path does not begin with it");
-    arguments.flag("--pick", options->pick, "The same, for command lines without a command");
+    arguments.flag("--pick", options->pick, "Browse, on a command line that names no command");
     arguments.flag("--plain", options->plain,
                    "Lines of text in place of columns, for screen readers and simple terminals");
     return [options](const Context &context) { return run(context, *options); };
@@ -105,6 +105,8 @@ const Command browse_command{"browse",
                              "terminal all the same, so a script can use $(kigou --pick). "
                              "Where TERM names a terminal that cannot show columns the plain mode "
                              "starts by itself.",
-                             "0 taken, 1 nothing taken, 2 misuse or failure"};
+                             "0 taken, 1 nothing taken, 2 misuse or failure",
+                             nullptr,
+                             true};
 
 } // namespace kigou

@@ -29,6 +29,7 @@ struct Command {
     const char *notes = nullptr;       /**< what else is to be known, in sentences */
     const char *exit_status = nullptr; /**< "0 clean, ..."; null when it is as that of all */
     const char *alias = nullptr;       /**< a second name */
+    bool by_options = false; /**< an option that no other command has stands for the name too */
 };
 
 extern const Command browse_command;

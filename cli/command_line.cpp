@@ -62,9 +62,13 @@ Failure misuse(const CLI::App &app, const CLI::ParseError &error) {
     return {FailureKind::refused, text, hints};
 }
 
-/** Puts the name of the command in the place of its beginning, when it begins no other. */
+/**
+ * Puts the name of the command in the place of its beginning, when it begins no other, and
+ * before an option that stands for it.
+ */
 void write_out_verb(std::vector<std::string> &words, const std::vector<Declared> &declared) {
     const TypedLine line(words, declared);
+    if (!line.verb && line.command) words.insert(words.begin(), line.command->command->name);
     if (!line.verb || words[*line.verb].empty()) return;
     std::string &verb = words[*line.verb];
     const std::vector<MeantVerb> meant = meant_by(verb, declared);

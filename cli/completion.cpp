@@ -33,11 +33,11 @@ class Completer {
             if (named) add_values(*named, typed_.substr(equals + 1), typed_.substr(0, equals + 1));
         } else if (option) {
             add_options();
-        } else if (!line_.verb) {
-            add_verbs();
         } else if (line_.command) {
             const Argument *const word = awaited_word();
             if (word) add_values(*word, typed_, "");
+        } else if (!line_.verb) {
+            add_verbs();
         }
         return std::move(completion_);
     }
@@ -54,14 +54,21 @@ class Completer {
     }
 
     void add_options() {
-        const Declared &general = command_line_.declared().front();
-        for (const Declared *declared : {line_.command, &general}) {
-            if (!declared) continue;
-            for (const Argument &argument : declared->arguments) {
-                if (argument.is_word()) continue;
-                for (const std::string &name : argument.names) {
-                    if (name.starts_with(typed_)) add(name, argument.help);
-                }
+        const std::vector<Declared> &all = command_line_.declared();
+        if (line_.command) add_options_of(*line_.command, false);
+        add_options_of(all.front(), false);
+        if (line_.command || line_.verb) return;
+        for (const Declared &one : all) add_options_of(one, true);
+    }
+
+    /** @param by_options  those alone that stand for the command as well */
+    void add_options_of(const Declared &declared, bool by_options) {
+        for (const Argument &argument : declared.arguments) {
+            if (argument.is_word()) continue;
+            for (const std::string &name : argument.names) {
+                if (!name.starts_with(typed_)) continue;
+                if (by_options && !meant_by_option(name, command_line_.declared())) continue;
+                add(name, argument.help);
             }
         }
     }

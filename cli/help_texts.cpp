@@ -24,7 +24,8 @@ constexpr std::array topic_table{
         "COMMANDS IN SHORT",
         "The beginning of a command stands for it as long as no other command begins so: kigou li "
         "is kigou list, kigou re may be rename or recover and is refused. The whole name of a "
-        "command always stands for itself. Options are written out.",
+        "command always stands for itself. Options are written out. An option that browse alone has stands "
+        "for the command too: kigou --pick.",
         Value::none},
     Topic{"PATHS",
           "A path is made of titles joined by ／; a typed / counts as one. The title of the symbol "

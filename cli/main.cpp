@@ -68,11 +68,10 @@ Status report(const Failure &failure, bool json) {
     return status_of(failure.kind());
 }
 
-/** Without a command it is the browser, on a terminal or when somebody is to pick. */
+/** Without a word it is the browser on a terminal. */
 std::vector<std::string> with_command(std::vector<std::string> words) {
     const bool on_terminal = words.empty() && isatty(STDIN_FILENO) && isatty(STDOUT_FILENO);
-    const bool to_pick = !words.empty() && words.front() == "--pick";
-    if (on_terminal || to_pick) words.insert(words.begin(), browse_command.name);
+    if (on_terminal) words.emplace_back(browse_command.name);
     return words;
 }
 

@@ -27,6 +27,16 @@ std::vector<MeantVerb> meant_by(std::string_view verb, std::span<const Declared>
     return meant;
 }
 
+const Declared *meant_by_option(std::string_view name, std::span<const Declared> declared) {
+    const Declared *only = nullptr;
+    for (const Declared &one : declared) {
+        if (!one.option(name)) continue;
+        if (!one.command || !one.command->by_options) return nullptr;
+        only = &one;
+    }
+    return only;
+}
+
 TypedLine::TypedLine(std::span<const std::string> all, std::span<const Declared> declared)
     : declared_(declared) {
     for (std::size_t i = 0; i < all.size(); ++i) {
@@ -34,7 +44,7 @@ TypedLine::TypedLine(std::span<const std::string> all, std::span<const Declared>
             options.emplace_back(std::exchange(awaited, nullptr), all[i]);
         } else if (!options_ended && all[i].size() > 1 && all[i].starts_with('-')) {
             take(all[i]);
-        } else if (verb) {
+        } else if (command || verb) {
             words.push_back(all[i]);
         } else {
             verb = i;
@@ -51,7 +61,9 @@ void TypedLine::take(const std::string &word) {
     }
     const bool whole_name = word.starts_with("--");
     const std::size_t end = whole_name ? word.find('=') : std::min<std::size_t>(word.size(), 2);
-    const Argument *const found = option(word.substr(0, end));
+    const std::string name = word.substr(0, end);
+    if (!command && !verb) command = meant_by_option(name, declared_);
+    const Argument *const found = option(name);
     if (!found || found->value == Value::none) return;
     if (end >= word.size()) {
         awaited = found;
@@ -61,8 +73,13 @@ void TypedLine::take(const std::string &word) {
 }
 
 const Argument *TypedLine::option(std::string_view name) const {
-    const Argument *const own = command ? command->option(name) : nullptr;
-    return own || declared_.empty() ? own : declared_.front().option(name);
+    const Argument *found = command ? command->option(name) : nullptr;
+    if (!found && !declared_.empty()) found = declared_.front().option(name);
+    if (found || command || verb) return found;
+    for (const Declared &one : declared_) {
+        if (one.command && one.command->by_options) found = one.option(name);
+    }
+    return found;
 }
 
 } // namespace kigou

@@ -33,6 +33,9 @@ struct MeantVerb {
 /** A full name stands for itself alone, the beginning of names for all of them. */
 std::vector<MeantVerb> meant_by(std::string_view verb, std::span<const Declared> declared);
 
+/** The command that an option stands for without its name; null when it stands for none. */
+const Declared *meant_by_option(std::string_view name, std::span<const Declared> declared);
+
 class TypedLine {
   public:
     /**
@@ -41,14 +44,17 @@ class TypedLine {
      */
     TypedLine(std::span<const std::string> words, std::span<const Declared> declared);
 
-    std::optional<std::size_t> verb;   /**< which of the words it is */
+    std::optional<std::size_t> verb;   /**< which of the words it is; an option may stand for it */
     const Declared *command = nullptr; /**< null while the verb is none, or may be several */
     std::vector<std::string> words;    /**< behind the verb, without options */
     std::vector<std::pair<const Argument *, std::string>> options; /**< those with a value */
     const Argument *awaited = nullptr; /**< the option that the last word is, without its value */
     bool options_ended = false;        /**< by -- */
 
-    /** An option of the command or of all; null when there is none such. */
+    /**
+     * An option of the command or of all, and before there is a command of the one that an
+     * option may still stand for; null when there is none such.
+     */
     const Argument *option(std::string_view name) const;
 
   private:

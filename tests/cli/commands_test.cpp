@@ -99,6 +99,35 @@ TEST(Commands, a_name_stands_for_itself_also_when_others_begin_so) {
     EXPECT_EQ(names("x"), "");
 }
 
+TEST(Commands, an_option_that_browse_alone_has_stands_for_it) {
+    const struct {
+        std::vector<std::string> words;
+        const char *command; /**< null: misuse */
+    } rows[] = {
+        {{"--pick"}, "browse"},
+        {{"--file", "list", "--pick"}, "browse"},
+        {{"--pick", "list"}, "browse"},
+        {{"list", "--pick"}, nullptr},
+        {{"--file", "x"}, nullptr},
+        {{"--codes"}, nullptr},
+        {{"--json"}, nullptr},
+        {{"--json", "tree"}, "tree"},
+        {{"--", "--pick"}, nullptr},
+    };
+    for (const auto &row : rows) {
+        std::string name;
+        for (const std::string &word : row.words) name += word + ' ';
+        try {
+            CommandLine line;
+            const auto invocation = line.parse(row.words);
+            ASSERT_TRUE(row.command) << name;
+            EXPECT_STREQ(invocation.value().command->name, row.command) << name;
+        } catch (const Failure &failure) {
+            EXPECT_FALSE(row.command) << name << failure.what();
+        }
+    }
+}
+
 TEST(Commands, manual_shows_a_text_to_the_letter) {
     ManualPage page("kigou", "x", "1");
     const std::size_t begin = page.roff().size();
