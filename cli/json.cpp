@@ -8,7 +8,11 @@ template class nlohmann::basic_json<nlohmann::ordered_map>;
 namespace kigou {
 
 void write(const nlohmann::ordered_json &json) {
-    std::cout << json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) << '\n';
+    std::cout << text_of(json);
+}
+
+std::string text_of(const nlohmann::ordered_json &json) {
+    return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
 }
 
 nlohmann::ordered_json json_of(const SymbolCodes &codes) {

@@ -14,6 +14,9 @@ namespace kigou {
 /** Writes one object to the standard output. Bytes that are no UTF-8 become U+FFFD. */
 void write(const nlohmann::ordered_json &json);
 
+/** The same as text, with its line end. */
+std::string text_of(const nlohmann::ordered_json &json);
+
 /** Keys symbol, sjis, jis, kuten, unicode (null where empty) and vendor (true or false). */
 nlohmann::ordered_json json_of(const SymbolCodes &codes);
 

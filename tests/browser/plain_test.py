@@ -142,11 +142,11 @@ class Listener:
         """Lines from what was typed to the next prompt, the prompt of a question among them."""
         end = time.monotonic() + PATIENCE
         while True:
-            text = self.terminal.written[self.heard :].decode(errors="replace")
+            text = self.terminal.received[self.heard :].decode(errors="replace")
             if text.endswith(PROMPTS):
                 break
             assert time.monotonic() < end and self.terminal.feed(0.1), f"no prompt comes behind {text!r}"
-        self.heard = len(self.terminal.written)
+        self.heard = len(self.terminal.received)
         lines = text.split("\r\n")[1:]
         return lines[:-1] if lines[-1] == "> " else lines
 
@@ -165,7 +165,7 @@ class Listener:
 
     def finish(self):
         status = self.terminal.finish()
-        for character in self.terminal.written.decode(errors="replace"):
+        for character in self.terminal.received.decode(errors="replace"):
             harmless = character in "\r\n" or unicodedata.category(character)[0] not in "CM"
             assert harmless, f"{character!r} is written"
         return status

@@ -33,7 +33,7 @@ class Terminal:
         self.ambiguous = ambiguous
         self.screen = pyte.Screen(columns, rows)
         self.stream = pyte.ByteStream(self.screen)
-        self.written = b""
+        self.received = b""
         self.process, self.file = pty.fork()
         if self.process == 0:
             os.execvpe(command[0], command, environment)
@@ -53,7 +53,7 @@ class Terminal:
         except OSError:
             return False
         pyte.screens.wcwidth = width(self.ambiguous)
-        self.written += data
+        self.received += data
         self.stream.feed(data)
         return bool(data)
 

@@ -105,6 +105,10 @@ TEST(Commands, an_option_that_browse_alone_has_stands_for_it) {
         const char *command; /**< null: misuse */
     } rows[] = {
         {{"--pick"}, "browse"},
+        {{"--copy", "--pick"}, "browse"},
+        {{"--pick-to=x", "矢印"}, "browse"},
+        {{"--json", "--pick-to", "x"}, "browse"},
+        {{"--common-dir", "list", "--copy"}, "browse"},
         {{"--file", "list", "--pick"}, "browse"},
         {{"--pick", "list"}, "browse"},
         {{"list", "--pick"}, nullptr},
