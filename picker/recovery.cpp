@@ -126,7 +126,11 @@ std::optional<Leftover> judge(const fs::path &path, const Recovered &found, cons
     if (!set && is_stand_in(found.title)) return std::nullopt; // of an import, whose file is there
     if (!set) return left;
     const Snapshot saved(set->path);
-    if (saved.text() == found.text) return std::nullopt;
+    // The header is written last: without it the file was being opened, and not yet edited.
+    const bool opening = found.header_damaged && found.text.size() <= saved.text().size();
+    const auto first = std::span(saved.text()).first(opening ? found.text.size() : 0);
+    if (saved.text() == found.text || (opening && std::ranges::equal(first, found.text)))
+        return std::nullopt;
     const auto age = identity_of(path.string());
     if (!age || age->modified >= saved.identity().modified) return left;
     if (holds(saved, Snapshot::of_text(found.text, path.string()))) return std::nullopt;

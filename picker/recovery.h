@@ -46,9 +46,9 @@ struct Leftover {
 
 /**
  * Looks for what processes of this person left behind. Removed are empty files, those that read
- * as the set on disk, and those that are older than it; of these, one with something that the set
- * lacks is kept in the folder of the backups, or stays when it cannot be. Backups that were not
- * ended are ended. A file of a living process is never touched.
+ * as the set on disk or as its beginning before any edit, and those that are older than it; of
+ * these, one with something that the set lacks is kept in the folder of the backups, or stays when
+ * it cannot be. Backups that were not ended are ended. A file of a living process is never touched.
  * @return those that stay or were kept, because something may be lost with them
  */
 std::vector<Leftover> sweep_leftovers(const Directories &directories);

@@ -270,7 +270,7 @@ def check_terminals(kigou):
             assert first in shell.text(), shell.text()
             shell.type("1\n")
             assert shell.finish() == 0 and "given →" in shell.text(), shell.text()
-            assert "-icanon" not in shell.text() and b"\x1b" not in shell.written, shell.text()
+            assert "-icanon" not in shell.text() and b"\x1b" not in shell.received, shell.text()
     for setting, variable in (
         ("LC_ALL=C", "LC_ALL=C"),
         ("LC_ALL=POSIX LC_CTYPE=C.UTF-8 LANG=C.UTF-8", "LC_ALL=POSIX"),

@@ -63,6 +63,23 @@ TEST(recovery, keeps_each_older_edit_of_a_set_once_and_under_a_name_of_its_own) 
     EXPECT_TRUE(sets.temp_files().empty());
 }
 
+/** Killed while the library opened the file; with a sign that the set lacks it is no such file. */
+TEST(recovery, removes_a_beginning_of_the_set_that_was_never_edited) {
+    for (const bool edited : {false, true}) {
+        const Sets sets;
+        fs::last_write_time(sets.file, fs::file_time_type::clock::now() - std::chrono::seconds(20));
+        sets.leave_edit(edited ? "※" : "→");
+        ASSERT_EQ(sets.temp_files().size(), 1U);
+        const fs::path left = sets.temp_files().front();
+        std::string bytes = ::read_file(left);
+        bytes.replace(0, 8, 8, '\0');
+        write_file(left, bytes.substr(0, bytes.size() - 30));
+        age(left);
+        EXPECT_EQ(sets.sweep().size(), edited ? 1U : 0U);
+        EXPECT_EQ(sets.temp_files().size(), edited ? 1U : 0U);
+    }
+}
+
 TEST(recovery, leaves_an_edit_where_it_is_and_the_kept_ones_when_the_disk_is_full) {
     const Sets sets;
     sets.leave_edit("※");
