@@ -202,6 +202,7 @@ class Picking {
     void put_elsewhere(const Question &asked);
     void add_typed(const Question &asked);
     void offer_next();
+    std::string told_beside(const Sjis &text, const std::string &title) const;
     void keep_leftover(const std::string &name);
 
     // Edits without a question, in picking_edits.cpp.

@@ -360,14 +360,28 @@ void Picking::offer_next() {
     asking_ = Question{.what = Asked::keep_leftover, .answer = title};
 }
 
+/** An edit that was killed may be there in part: how much of it, beside the set that it was of. */
+std::string Picking::told_beside(const Sjis &text, const std::string &title) const {
+    const auto set = std::ranges::find_if(
+        shelf_.sets(), [&](const SetFile &one) { return one.title.text == title; });
+    const auto titles = [](const Snapshot &all) { return counted(all.size() - 1, "title"); };
+    std::string told = " with " + titles(Snapshot::of_text(text, title));
+    if (set != shelf_.sets().end())
+        told += "; " + title + " has " + titles(*shelf_.snapshot(set->path));
+    return told;
+}
+
 void Picking::keep_leftover(const std::string &name) {
     Recovered recovered = recover(leftovers_.front().path);
     recovered.rename(new_file_title(name));
     keep_recovered(shelf_.directories(), recovered, SetEdits::hooks());
     remove_leftover(leftovers_.front().path);
+    const std::string title = std::exchange(leftovers_.front().title, {});
     leftovers_.pop_front();
-    tell("kept as " + name);
+    tell("kept as " + name + told_beside(recovered.text, title));
+    const std::string told = message_;
     go_to(name);
+    message_ = told;
     offer_next();
 }
 

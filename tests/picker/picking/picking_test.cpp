@@ -342,7 +342,7 @@ TEST_F(PickingTest, offers_what_was_never_saved) {
     const std::string question = " an edit of 私 was never saved; keep it as:私（救出）";
     EXPECT_TRUE(drawn(picking).ends_with(question)) << drawn(picking);
     run(picking, "enter");
-    EXPECT_TRUE(drawn(picking).ends_with(question + "（救出） !kept as 私（救出）")) << drawn(picking);
+    EXPECT_TRUE(drawn(picking).ends_with(question + "（救出） !kept as 私（救出） with 1 title; 私 has 1 title")) << drawn(picking);
     run(picking, "clear =私 enter");
     EXPECT_TRUE(drawn(picking).ends_with(":私 !there is a symbol file 私 already")) << drawn(picking);
     run(picking, "back next");
