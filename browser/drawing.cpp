@@ -95,22 +95,6 @@ void draw_symbol(const SymbolTold &symbol, std::size_t row, Screen &screen) {
     screen.put(row, symbol_cells, text, screen.columns());
 }
 
-void draw_heading(const View &view, Screen &screen) {
-    const ViewColumn &column = view.columns[view.current];
-    std::string text = view.searching ? "find: " + view.query + "_" : column.path;
-    if (text.empty()) text = "all sets";
-    if (column.read_only) text += "  (read-only)";
-    std::string place;
-    if (column.cursor) {
-        place =
-            std::to_string(column.first + *column.cursor + 1) + "/" + std::to_string(column.total);
-    }
-    const std::size_t room = screen.columns();
-    const std::size_t left = place.size() + 1 < room ? room - place.size() - 1 : room;
-    screen.put(0, 0, text, left, Style::heading);
-    screen.put(0, left + 1, place, place.size(), Style::faint);
-}
-
 /** A text without as many of its first characters as it takes to fit. */
 std::string end_of(const std::string &text, std::size_t cells) {
     std::u32string characters = to_characters(text);
@@ -121,6 +105,27 @@ std::string end_of(const std::string &text, std::size_t cells) {
         for (const char32_t character : characters) end += to_utf8(character);
     }
     return end;
+}
+
+void draw_heading(const View &view, Screen &screen) {
+    const ViewColumn &column = view.columns[view.current];
+    const std::string path = column.path.empty() ? "all sets" : column.path;
+    const std::string mark = column.read_only ? "  (read-only)" : "";
+    std::string place;
+    if (column.cursor) {
+        place =
+            std::to_string(column.first + *column.cursor + 1) + "/" + std::to_string(column.total);
+    }
+    const std::size_t room = screen.columns();
+    const std::size_t left = place.size() + 1 < room ? room - place.size() - 1 : room;
+    if (view.searching) {
+        screen.put(0, 0, "find: " + end_of(view.query, left > 7 ? left - 7 : 1) + "_", left,
+                   Style::heading);
+    } else {
+        screen.put(0, 0, end_of(path, left > mark.size() ? left - mark.size() : 1) + mark, left,
+                   Style::heading);
+    }
+    screen.put(0, left + 1, place, place.size(), Style::faint);
 }
 
 /** The line of a question, a message or the picks; a long message takes the one above too. */
@@ -165,8 +170,9 @@ std::vector<DrawnItem> draw(const View &view, const std::vector<std::string> &hi
         std::vector<std::size_t> cells;
         for (const ViewColumn &column : view.columns) cells.push_back(cells_of(column) + 1);
         // From the current one leftwards; what is behind it has what is left.
-        std::size_t first = view.current, taken = cells[view.current];
-        while (first > 0 && taken + cells[first - 1] + least_cells <= room) taken += cells[--first];
+        const std::size_t behind = view.current + 1 < view.columns.size() ? least_cells : 0;
+        std::size_t first = view.current, taken = cells[view.current] + behind;
+        while (first > 0 && taken + cells[first - 1] <= room) taken += cells[--first];
         std::size_t at = 0;
         for (std::size_t i = first; i < view.columns.size() && at < room; ++i) {
             drawn.push_back({at, std::min(cells[i], room - at), i});
