@@ -95,13 +95,13 @@ void draw_symbol(const SymbolTold &symbol, std::size_t row, Screen &screen) {
     screen.put(row, symbol_cells, text, screen.columns());
 }
 
-/** A text without as many of its first characters as it takes to fit. */
+/** The end of a text, behind ~ when it does not fit. */
 std::string end_of(const std::string &text, std::size_t cells) {
     std::u32string characters = to_characters(text);
     std::string end = text;
     while (kigou::cells_of(end) > cells && !characters.empty()) {
         characters.erase(0, 1);
-        end.clear();
+        end = "~";
         for (const char32_t character : characters) end += to_utf8(character);
     }
     return end;

@@ -68,7 +68,7 @@ def check_files(kigou):
             person = Person(kigou, folder)
             place = person.folder / "place"
             place.mkdir()
-            terminal = person.run(f"kigou files >/dev/null 2>&1; cd {place}; {before or ':'}\n{command} 2>errors; s=$?; ({look}) >{folder}/shown; chmod -R u+w .; exit $s")
+            terminal = person.run(f"kigou files >/dev/null 2>&1; cd {place}; {before or ':'}\n{command} 2>errors; s=$?; {{ {look}; }} >{folder}/shown; chmod -R u+w .; exit $s")
             if keys:
                 browse(terminal, keys)
             assert terminal.finish() == status, f"{name}: another exit status than {status}: {terminal.text()}"
