@@ -68,7 +68,7 @@ bool set_buffer_of_tmux(const std::string &utf8) {
 
 std::string clipboard_bytes(std::string_view utf8, Between between) {
     // The bell ends it, because the other end would also be that of what is put around it.
-    const std::string plain = std::string(escape) + "]52;c;" + base64(utf8) + bell;
+    std::string plain = std::string(escape) + "]52;c;" + base64(utf8) + bell;
     std::string bytes;
     switch (between) {
         case Between::nothing:
