@@ -91,7 +91,8 @@ Terminal::Terminal(int descriptor) : descriptor_(descriptor) {
               plain + without_pauses(word("rev")), plain + without_pauses(word("bold")),
               plain + without_pauses(word("dim")), to_place};
     enter_ = without_pauses(word("smcup") + word("civis")) + more_on;
-    leave_ = more_off + plain + without_pauses(word("cnorm") + word("rmcup"));
+    // The picture would stay on a terminal that has no other screen, or is told not to use it.
+    leave_ = more_off + plain + words_.clear + without_pauses(word("cnorm") + word("rmcup"));
     take_over();
 }
 
