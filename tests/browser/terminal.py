@@ -1,5 +1,6 @@
 """A person's folders, and a program on a terminal of an emulator."""
 
+import copy
 import fcntl
 import os
 import pathlib
@@ -26,12 +27,37 @@ def width(ambiguous):
     return lambda character: 2 if unicodedata.east_asian_width(character) in wide else 1
 
 
+class Screen(pyte.Screen):
+    """With the second screen that terminals have, which pyte lacks."""
+
+    first = None  # what it shows, and its cursor
+
+    def set_mode(self, *modes, **kwargs):
+        super().set_mode(*modes, **kwargs)
+        if kwargs.get("private") and 1049 in modes and not self.first:
+            self.first = {y: dict(line) for y, line in self.buffer.items()}, copy.copy(self.cursor)
+
+    def reset_mode(self, *modes, **kwargs):
+        super().reset_mode(*modes, **kwargs)
+        if kwargs.get("private") and 1049 in modes and self.first:
+            self.erase_in_display(2)
+            lines, self.cursor = self.first
+            for y, line in lines.items():
+                self.buffer[y].update(line)
+            self.first = None
+
+    def select_graphic_rendition(self, *attributes, private=False):
+        """Editors send private ones, which pyte hands on and does not take."""
+        if not private:
+            super().select_graphic_rendition(*attributes)
+
+
 class Terminal:
     """A program on a terminal of an emulator."""
 
     def __init__(self, command, environment, rows=24, columns=80, ambiguous=1):
         self.ambiguous = ambiguous
-        self.screen = pyte.Screen(columns, rows)
+        self.screen = Screen(columns, rows)
         self.stream = pyte.ByteStream(self.screen)
         self.received = b""
         self.process, self.file = pty.fork()
