@@ -27,7 +27,11 @@ class Browser {
         draw();
         while (picking_.end() == PickingEnd::going_on) {
             const std::vector<Key> keys = read();
-            for (const Key &key : keys) press(key);
+            for (const Key &key : keys) {
+                // A click is at what the keys before it made to be shown.
+                if (key.name == KeyName::click) draw();
+                press(key);
+            }
             if (!keys.empty() || resized() || picking_.look()) draw();
         }
         return picking_.picks();

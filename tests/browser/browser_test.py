@@ -61,6 +61,30 @@ PICKING = [
     ("asks what was meant", [("記述記号", "/yajirusu"), ("meant やじるし?", ESC), ("arrows move", "q")], "", 1),
 ]
 
+
+
+def click(column, row):
+    """The button of the mouse in a cell, from 1."""
+    return f"\x1b[<0;{column};{row}M\x1b[<0;{column};{row}m"
+
+
+WHEEL_DOWN = "\x1b[<65;20;5M"
+PICKING += [
+    (
+        "takes by clicks: an item, once more to enter, one in a column before, the wheel",
+        [
+            ("記述記号", click(20, 3)),
+            ("引用符", click(20, 3)),
+            ("標準の記号／括弧 ", click(20, 4)),
+            ("図形", click(20, 4) + click(36, 3) * 2),
+            ("右矢印", WHEEL_DOWN),
+            ("左矢印 U+2190", click(60, 20) + click(55, 3)),
+        ],
+        "←",
+        0,
+    ),
+]
+
 SIZES = [(24, 80), (10, 40), (60, 200)]
 
 

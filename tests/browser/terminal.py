@@ -95,8 +95,10 @@ class Terminal:
 
     def finish(self):
         """The exit status; what was written to the terminal since is shown."""
-        while self.feed(PATIENCE):
-            pass
+        end = time.monotonic() + PATIENCE
+        while self.feed(1):
+            if time.monotonic() > end:
+                raise AssertionError(f"it does not end:\n{self.text()}")
         return os.waitstatus_to_exitcode(os.waitpid(self.process, 0)[1])
 
     def cells(self):

@@ -55,8 +55,10 @@ TEST(title_moves, change_places_with_a_sibling_and_go_below_another) {
         {4, 0, nullptr, "甲／子=☆ 乙=→ 甲=○ 丙=□ 甲=● 孫=↑ "},
     };
     for (const auto &row : rows) {
-        if (row.past) EXPECT_EQ(told(with_title_past(set, row.number, row.other)), row.past) << row.number << ' ' << row.other;
-        if (row.below) EXPECT_EQ(told(with_title_below(set, row.number, row.other)), row.below) << row.number << ' ' << row.other;
+        const std::string past = row.past ? told(with_title_past(set, row.number, row.other)) : "";
+        const std::string below = row.below ? told(with_title_below(set, row.number, row.other)) : "";
+        EXPECT_EQ(past, row.past ? row.past : "") << row.number << ' ' << row.other;
+        EXPECT_EQ(below, row.below ? row.below : "") << row.number << ' ' << row.other;
     }
     EXPECT_EQ(kind_of([&] { with_title_below(set, 3, 1); }), FailureKind::refused);
     EXPECT_EQ(kind_of([&] { with_title_below(set, 1, 3); }), FailureKind::refused);
