@@ -47,7 +47,7 @@ Title path_below(const Snapshot &set, std::size_t number, const Snapshot &target
                  std::size_t parent) {
     const Bytes path = set.path_of(number);
     const Bytes last = path.subspan(above(path, set.path_of(0).size()).size() + 2);
-    const Title moved = joined(target.title(parent), last);
+    Title moved = joined(target.title(parent), last);
     const auto refuse = [&](const std::string &reason) {
         throw Failure(FailureKind::refused, set.title(number).text + " cannot be moved: " + reason);
     };
@@ -127,7 +127,7 @@ Sjis with_title_below(const Snapshot &set, std::size_t number, std::size_t paren
 
 Title add_titles(const Snapshot &set, std::size_t number, const Snapshot &target,
                  std::size_t parent, SetText &text) {
-    const Title moved = path_below(set, number, target, parent);
+    Title moved = path_below(set, number, target, parent);
     for (const std::size_t one : family_of(set, number)) {
         const Sjis path = moved_path(set.path_of(one), set.path_of(number), moved.sjis);
         const Bytes over =

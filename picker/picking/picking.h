@@ -184,7 +184,7 @@ class Picking {
     void show_found();
     void step_found(bool forward);
 
-    // Questions and their answers, in questions.cpp.
+    // Questions, in questions.cpp, and their answers, in answers.cpp.
     bool question_action(const Action &action);
     void ask(Act what);
     void ask_to_copy();

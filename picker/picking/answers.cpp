@@ -1,0 +1,134 @@
+// answers.cpp - what the picking does with the answer to a question; see picking.h.
+#include <algorithm>
+#include <utility>
+
+#include "picker/failure.h"
+#include "picker/picking/picking.h"
+#include "picker/symbol_data.h"
+#include "picker/symbol_reading.h"
+
+namespace kigou {
+namespace {
+
+constexpr std::size_t most_targets = 20; // that are remembered
+
+} // namespace
+
+/** Does what was asked for. What cannot be done leaves the question, so that nothing typed is lost.
+ */
+void Picking::answer() {
+    if (asking_->answer.empty()) return drop();
+    const Question asked = *std::exchange(asking_, std::nullopt);
+    try {
+        do_asked(asked);
+    } catch (const Failure &failure) {
+        asking_ = asked;
+        const bool path = asked.what == Asked::copy_to || asked.what == Asked::move_to;
+        if (failure.kind() != FailureKind::nothing_found || !path) throw;
+        asking_->missing = asked.answer;
+        message_ = "there is no title " + normalized(asked.answer);
+        for (const std::string &near : failure.details()) {
+            if (near.starts_with("did you mean")) message_ += "; " + near;
+        }
+        message_ += "; once more to make it";
+    }
+}
+
+void Picking::do_asked(const Question &asked) {
+    switch (asked.what) {
+        case Asked::copy_to:
+        case Asked::move_to:
+            return put_elsewhere(asked);
+        case Asked::add_symbols:
+            return add_typed(asked);
+        case Asked::rename:
+            return tell(edits_.rename(asked.of, asked.answer));
+        case Asked::keep_leftover:
+            return keep_leftover(asked.answer);
+        case Asked::new_title:
+            break;
+    }
+    if (asked.of.empty()) {
+        tell(edits_.make_set(asked.answer));
+        return go_to(asked.answer);
+    }
+    tell(edits_.add_title(asked.of, asked.answer));
+    move_to(current().place.find_path(asked.of + std::string(separator) + asked.answer));
+}
+
+void Picking::put_elsewhere(const Question &asked) {
+    const std::string &path = asked.answer;
+    const auto missing =
+        asked.missing == path ? SetEdits::Missing::make : SetEdits::Missing::refuse;
+    const std::size_t at = cursor();
+    if (asked.what == Asked::copy_to) {
+        tell(edits_.copy(asked.symbols, path, missing));
+    } else if (asked.symbols.empty()) {
+        tell(edits_.move_title(*asked.title, path, missing));
+        move_to(at);
+    } else {
+        tell(edits_.move(asked.symbols, *asked.title, asked.rest, path, missing));
+        move_to(at);
+    }
+    std::erase(targets_, path);
+    targets_.push_front(path);
+    if (targets_.size() > most_targets) targets_.pop_back();
+}
+
+void Picking::add_typed(const Question &asked) {
+    TypedSymbols typed(Reading::plain);
+    std::size_t number = 0;
+    std::string word;
+    for (const char32_t character : to_characters(asked.answer + " ")) {
+        if (character != U' ') {
+            word += to_utf8(character);
+        } else if (!word.empty()) {
+            typed.add_word(std::exchange(word, {}), "word " + std::to_string(++number));
+        }
+    }
+    const std::vector<Sjis> symbols = symbols_in(typed.finish());
+    const auto held = asked.title->set->data(asked.title->number);
+    Sjis data(held.begin(), held.end());
+    if (asked.place == data.size()) {
+        Sjis lines;
+        append_lines(lines, symbols);
+        append_data(data, lines);
+    } else {
+        Sjis pairs;
+        for (const Sjis &symbol : symbols) pairs.insert(pairs.end(), symbol.begin(), symbol.end());
+        data.insert(data.begin() + static_cast<std::ptrdiff_t>(asked.place), pairs.begin(),
+                    pairs.end());
+    }
+    const bool here = asked.title->title().text == current().place.path();
+    const std::size_t at = current().cursor;
+    tell(edits_.change(*asked.title, data,
+                       {.kind = ChangeKind::appended, .path = {}, .symbols = symbols.size()}));
+    if (here) move_to(at + symbols.size());
+}
+
+/** An edit that was killed may be there in part: how much of it, beside the set that it was of. */
+std::string Picking::told_beside(const Sjis &text, const std::string &title) const {
+    const auto set = std::ranges::find_if(
+        shelf_.sets(), [&](const SetFile &one) { return one.title.text == title; });
+    const auto titles = [](const Snapshot &all) { return counted(all.size() - 1, "title"); };
+    std::string told = " with " + titles(Snapshot::of_text(text, title));
+    if (set != shelf_.sets().end())
+        told += "; " + title + " has " + titles(*shelf_.snapshot(set->path));
+    return told;
+}
+
+void Picking::keep_leftover(const std::string &name) {
+    Recovered recovered = recover(leftovers_.front().path);
+    recovered.rename(new_file_title(name));
+    keep_recovered(shelf_.directories(), recovered, SetEdits::hooks());
+    remove_leftover(leftovers_.front().path);
+    const std::string title = std::exchange(leftovers_.front().title, {});
+    leftovers_.pop_front();
+    tell("kept as " + name + told_beside(recovered.text, title));
+    const std::string told = message_;
+    go_to(name);
+    message_ = told;
+    offer_next();
+}
+
+} // namespace kigou
