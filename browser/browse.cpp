@@ -16,6 +16,11 @@ constexpr int escape_wait = 50;  // milliseconds until an escape is one by itsel
 constexpr int look_again = 1000; // milliseconds between looks at what other programs do
 constexpr std::size_t most_columns = 8;
 
+/** A character that is no command, also where it is typed. */
+bool is_typed(const Key &key) {
+    return key.name == KeyName::text && !key.alt && as_command(key.text) != " ";
+}
+
 class Browser {
   public:
     Browser(Shelf &shelf, int terminal, const BrowseStart &start)
@@ -27,9 +32,15 @@ class Browser {
         draw();
         while (picking_.end() == PickingEnd::going_on) {
             const std::vector<Key> keys = read();
-            for (const Key &key : keys) {
+            for (std::size_t i = 0; i < keys.size(); ++i) {
+                Key key = keys[i];
                 // A click is at what the keys before it made to be shown.
                 if (key.name == KeyName::click) draw();
+                // What was pasted without marks is looked for once, and not at each character.
+                const bool typing = is_typed(key) && use_of(picking_.view(1)) != KeyUse::commands;
+                while (typing && i + 1 < keys.size() && is_typed(keys[i + 1])) {
+                    key.text += keys[++i].text;
+                }
                 press(key);
             }
             if (!keys.empty() || resized() || picking_.look()) draw();

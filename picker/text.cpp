@@ -260,6 +260,15 @@ std::string without_last(std::string_view utf8) {
     return std::string(utf8.substr(0, end));
 }
 
+std::string beginning_of(std::string_view utf8, std::size_t characters) {
+    std::size_t end = 0;
+    for (; end < utf8.size(); ++end) {
+        const bool begins = (static_cast<unsigned char>(utf8[end]) & 0xC0) != 0x80;
+        if (begins && characters-- == 0) break;
+    }
+    return std::string(utf8.substr(0, end));
+}
+
 std::string shortened(std::string_view utf8) {
     constexpr std::size_t shown = 60;
     if (utf8.size() <= shown) return std::string(utf8);

@@ -60,6 +60,9 @@ std::string to_utf8(char32_t character);
 /** The text without its last character. */
 std::string without_last(std::string_view utf8);
 
+/** As many of its first characters. */
+std::string beginning_of(std::string_view utf8, std::size_t characters);
+
 /** The beginning of a text that may be long, for a message. */
 std::string shortened(std::string_view utf8);
 

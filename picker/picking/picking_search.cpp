@@ -6,6 +6,11 @@
 #include "picker/word_list.h"
 
 namespace kigou {
+namespace {
+
+constexpr std::size_t most_looked_for = 200; // characters
+
+} // namespace
 
 /** @return whether the action was one of the search */
 bool Picking::search_action(const Action &action) {
@@ -33,12 +38,13 @@ bool Picking::search_action(const Action &action) {
 
 void Picking::look_for(std::string query) {
     searching_ = true;
-    query_ = std::move(query);
+    query_ = beginning_of(query, most_looked_for);
     found_cursor_ = 0;
     found_title_ = 0;
     found_is_old_ = false;
     found_ = search(shelf_.index(), query_);
     if (found_.found.empty()) message_ = word_list(found_.no_symbols);
+    if (query_.size() < query.size()) message_ = "only the beginning of that is looked for";
     if (!found_.meant.empty()) message_ = "meant " + word_list(found_.meant) + "?";
     if (!found_.elsewhere.empty()) {
         for (const Sjis &symbol : found_.elsewhere) message_ += to_utf8(symbol);

@@ -12,8 +12,9 @@
 namespace kigou {
 namespace {
 
-constexpr std::size_t most_choices = 2000; // of titles to choose from
-constexpr std::size_t most_told = 5;       // of what an answer may become
+constexpr std::size_t most_answered = 20000; // characters; more than a title has symbols
+constexpr std::size_t most_choices = 2000;   // of titles to choose from
+constexpr std::size_t most_told = 5;         // of what an answer may become
 constexpr std::string_view rescued = "（救出）";
 
 /** What all of the texts begin with, in whole characters. */
@@ -44,6 +45,11 @@ bool Picking::question_action(const Action &action) {
     switch (action.act) {
         case Act::type:
             asking_->answer += action.text;
+            if (std::string kept = beginning_of(asking_->answer, most_answered);
+                kept.size() < asking_->answer.size()) {
+                asking_->answer = std::move(kept);
+                message_ = "that is too long; the end of it is left out";
+            }
             break;
         case Act::erase:
         case Act::drop_pick:

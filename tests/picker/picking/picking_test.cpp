@@ -350,6 +350,23 @@ TEST_F(PickingTest, offers_what_was_never_saved) {
     EXPECT_EQ(workspace.temp_files().size(), 1U);
 }
 
+/** A page that was pasted by mistake neither fills the memory nor stops anything. */
+TEST_F(PickingTest, bounds_what_is_typed) {
+    Shelf all = shelf();
+    Picking picking(all, "私／単位");
+    std::string page;
+    for (int i = 0; i < 30000; ++i) page += "字";
+    picking.act({Act::type, page});
+    EXPECT_EQ(picking.view(1).query.size(), 3 * 200U);
+    EXPECT_EQ(picking.view(1).message, "only the beginning of that is looked for");
+    run(picking, "back add");
+    picking.act({Act::type, page});
+    EXPECT_EQ(picking.view(1).answer.size(), 3 * 20000U);
+    EXPECT_EQ(picking.view(1).message, "that is too long; the end of it is left out");
+    run(picking, "enter");
+    EXPECT_EQ(picking.view(1).message.substr(0, 40), "these are more symbols than a title can ");
+}
+
 TEST_F(PickingTest, says_which_sets_are_read_only) {
     Shelf all = shelf();
     Picking picking(all);
