@@ -28,8 +28,10 @@ void Shelf::refresh() {
     for (const SetFile &set : found_.sets) {
         if (seen.insert(set.title.sjis).second) shown_.push_back(set);
     }
-    std::stable_partition(shown_.begin(), shown_.end(),
-                          [](const SetFile &set) { return set.title.text == favourites_title; });
+    for (const std::string_view first : {standard_title, favourites_title}) {
+        std::stable_partition(shown_.begin(), shown_.end(),
+                              [&](const SetFile &set) { return set.title.text == first; });
+    }
     std::erase_if(read_,
                   [](const auto &set) { return identity_of(set.first) != set.second->identity(); });
     recent_ = recents_.read().symbols;

@@ -33,7 +33,7 @@ class Shelf {
     /** What tells the sets of one look from those of another. */
     std::vector<std::pair<std::string, std::optional<FileIdentity>>> versions() const;
 
-    /** The sets that show, お気に入り first and then in the order of the catalogue. */
+    /** The sets that show: お気に入り, the standard set, then the others as in the catalogue. */
     const std::vector<SetFile> &sets() const { return shown_; }
 
     /** The same with those that are hidden, and files that are no sets. */
