@@ -84,6 +84,9 @@ void Picking::go(const Action &action) {
             return step_title(true);
         case Act::previous_title:
             return step_title(false);
+        case Act::next_sibling:
+        case Act::previous_sibling:
+            return step_sibling(action.act == Act::next_sibling);
         case Act::finish:
             end_ = PickingEnd::done;
             return;
@@ -162,6 +165,14 @@ void Picking::step_title(bool forward) {
     const std::size_t titles = snapshot->size() - 1, number = current().place.number();
     const std::size_t next = forward ? number % titles + 1 : (number + titles - 2) % titles + 1;
     go_to_title(snapshot, number == 0 && !forward ? titles : next);
+}
+
+void Picking::step_sibling(bool forward) {
+    if (searching_ || columns_.size() < 2) return;
+    back();
+    const std::size_t titles = current().place.titles();
+    move_to((current().cursor + (forward ? 1 : titles - 1)) % titles);
+    enter();
 }
 
 /** Shows a full path; as much of it as there is, with a message, when it is gone. */

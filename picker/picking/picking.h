@@ -43,6 +43,8 @@ enum class Act {
     drop_pick,     /**< gives the last pick back */
     next_title, /**< to the next title of the set, whatever its level; behind the last the first */
     previous_title,
+    next_sibling, /**< to the next title or set of the column before, behind the last the first */
+    previous_sibling,
     search,         /**< opens the search, empty, or goes back into it */
     type,           /**< adds the text to what is searched for, or to an answer */
     erase,          /**< takes its last character away */
@@ -175,6 +177,7 @@ class Picking {
     bool take();
     void take_digit(std::size_t digit);
     void step_title(bool forward);
+    void step_sibling(bool forward);
     void go_to(const std::string &path);
     void go_to_title(const std::shared_ptr<const Snapshot> &snapshot, std::size_t number);
 
