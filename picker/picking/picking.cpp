@@ -8,10 +8,24 @@
 #include "picker/failure.h"
 
 namespace kigou {
-Picking::Picking(Shelf &shelf, const std::string &start)
-    : shelf_(shelf), edits_(shelf.directories()) {
-    columns_.push_back({Place::all_sets(shelf_)});
-    go_to(start.empty() ? std::string(standard_title) : start);
+Picking::Picking(Shelf &shelf, const std::string &start, FirstColumn first)
+    : shelf_(shelf), edits_(shelf.directories()), first_(first) {
+    columns_.push_back({first_column()});
+    if (!start.empty()) {
+        go_to(start);
+    } else if (first_ == FirstColumn::sets) {
+        go_to(std::string(standard_title));
+    }
+}
+
+/** A set that cannot be opened stands there as one. */
+Place Picking::first_column() {
+    try {
+        if (first_ == FirstColumn::opened) return Place::all_sets_opened(shelf_);
+    } catch (const Failure &failure) {
+        message_ = failure.what();
+    }
+    return Place::all_sets(shelf_);
 }
 
 void Picking::act(const Action &action) {
@@ -200,7 +214,7 @@ void Picking::go_to_title(const std::shared_ptr<const Snapshot> &snapshot, std::
          at = snapshot->find(above(snapshot->path_of(*at), file_bytes))) {
         way.push_back(*at);
     }
-    way.push_back(0);
+    if (columns_.front().place.opened() != snapshot) way.push_back(0);
     std::ranges::reverse(way);
     for (const std::size_t title : way) {
         const std::size_t leads = current().place.find_path(snapshot->title(title).text);
@@ -218,7 +232,7 @@ void Picking::refresh() {
     const std::string title = path_under_cursor();
     found_is_old_ = true;
     shelf_.refresh();
-    columns_.assign(1, {Place::all_sets(shelf_)});
+    columns_.assign(1, {first_column()});
     if (!path.empty()) go_to(path);
     const std::size_t now = at ? current().place.find(*at) : current().place.find_path(title);
     move_to(now < current().place.size() ? now : left);

@@ -102,13 +102,22 @@ struct View {
 
 enum class PickingEnd { going_on, done, cancelled };
 
+/** What the first column has. */
+enum class FirstColumn {
+    sets,  /**< every set; without a start it begins in the standard set */
+    opened /**< the titles of the standard set when there is no other; without a start it begins
+                here. For a front end that edits no titles. */
+};
+
 class Picking {
   public:
     /**
      * @param shelf  must live longer
-     * @param start  full path of a title to begin at; empty: the standard set
+     * @param start  full path of a title to begin at; empty: see FirstColumn
+     * @throws Failure when the set to begin in cannot be read
      */
-    explicit Picking(Shelf &shelf, const std::string &start = {});
+    explicit Picking(Shelf &shelf, const std::string &start = {},
+                     FirstColumn first = FirstColumn::sets);
 
     /**
      * Does one thing. Never throws for what is on disk: the message says what could not be. An
@@ -132,6 +141,9 @@ class Picking {
     View view(std::size_t most_columns) const;
 
     PickingEnd end() const { return end_; }
+
+    /** Symbols at and below that item of the current column; nothing for one that is no title. */
+    std::optional<std::size_t> symbols_below(std::size_t index) const;
 
     /** Symbols that were taken, in their order; none after a cancel. */
     const std::vector<Sjis> &picks() const { return picks_; }
@@ -170,6 +182,7 @@ class Picking {
 
     // Going about, in picking.cpp.
     void go(const Action &action);
+    Place first_column();
     void move_to(std::size_t index);
     void push(Place place);
     void enter();
@@ -226,6 +239,7 @@ class Picking {
 
     Shelf &shelf_;
     SetEdits edits_;
+    FirstColumn first_;
     std::vector<Column> columns_;
     std::unordered_map<std::string, std::size_t> left_at_; /**< cursors of places that were left */
     std::size_t rows_ = 10;

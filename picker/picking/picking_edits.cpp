@@ -69,11 +69,7 @@ ShownTitle Picking::shown() const {
 
 /** Full path of the title or set under the cursor; empty when there is none. */
 std::string Picking::path_under_cursor() const {
-    const Place &place = current().place;
-    if (searching_ || current().cursor >= place.titles()) return {};
-    if (!place.snapshot()) return place.item(current().cursor).label;
-    const std::size_t child = place.snapshot()->children(place.number())[current().cursor];
-    return place.snapshot()->title(child).text;
+    return searching_ ? std::string() : current().place.path_at(current().cursor);
 }
 
 /** Says at once that nothing here can be changed, and not when an answer was typed. */

@@ -51,6 +51,16 @@ ViewColumn Picking::view_of(const Place &place, std::size_t cursor) const {
     return column;
 }
 
+std::optional<std::size_t> Picking::symbols_below(std::size_t index) const {
+    const Place &place = current().place;
+    if (searching_ || index >= place.titles()) return std::nullopt;
+    try {
+        return place.symbols_below(shelf_, index);
+    } catch (const Failure &) {
+        return std::nullopt; // entering it says why
+    }
+}
+
 View Picking::view(std::size_t most_columns) const {
     View view;
     view.searching = searching_;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "picker/codes.h"
+#include "picker/favourites.h"
 #include "picker/symbol_data.h"
 
 namespace kigou {
@@ -28,6 +29,18 @@ Place Place::all_sets(const Shelf &shelf) {
     return place;
 }
 
+Place Place::all_sets_opened(const Shelf &shelf) {
+    Place place = all_sets(shelf);
+    const bool favourites =
+        !place.sets_.empty() && place.sets_.front().title.text == favourites_title;
+    if (place.sets_.size() != (favourites ? 2U : 1U) ||
+        place.sets_.back().title.text != standard_title)
+        return place;
+    place.opened_ = shelf.snapshot(place.sets_.back().path);
+    place.sets_.pop_back();
+    return place;
+}
+
 Place Place::recent_picks(const Shelf &shelf) {
     Place place;
     place.path_ = recent_label;
@@ -46,7 +59,13 @@ Place Place::title(std::shared_ptr<const Snapshot> snapshot, std::size_t number)
 
 std::size_t Place::titles() const {
     if (snapshot_) return snapshot_->children(number_).size();
-    return sets_.size() + (has_recent_ ? 1 : 0);
+    return recents() + sets_.size() + (opened_ ? opened_->children(0).size() : 0);
+}
+
+std::pair<std::shared_ptr<const Snapshot>, std::size_t> Place::title_at(std::size_t index) const {
+    if (snapshot_) return {snapshot_, snapshot_->children(number_)[index]};
+    if (index < recents() + sets_.size()) return {};
+    return {opened_, opened_->children(0)[index - recents() - sets_.size()]};
 }
 
 PlaceItem Place::item(std::size_t index) const {
@@ -54,19 +73,17 @@ PlaceItem Place::item(std::size_t index) const {
         Sjis symbol = pair_of(symbols_[index - titles()]);
         return {ItemKind::symbol, to_utf8(symbol), false, std::move(symbol)};
     }
-    if (snapshot_) {
-        const std::size_t child = snapshot_->children(number_)[index];
-        return {ItemKind::title, last_title(snapshot_->title(child).text),
-                !snapshot_->children(child).empty()};
+    if (const auto &[set, title] = title_at(index); set) {
+        return {ItemKind::title, last_title(set->title(title).text), !set->children(title).empty()};
     }
-    if (has_recent_ && index == 0) return {ItemKind::recent, std::string(recent_label)};
-    return {ItemKind::set, sets_[index - (has_recent_ ? 1 : 0)].title.text, true};
+    if (index < recents()) return {ItemKind::recent, std::string(recent_label)};
+    return {ItemKind::set, sets_[index - recents()].title.text, true};
 }
 
 Place Place::below(const Shelf &shelf, std::size_t index) const {
-    if (snapshot_) return title(snapshot_, snapshot_->children(number_)[index]);
-    if (has_recent_ && index == 0) return recent_picks(shelf);
-    return title(shelf.snapshot(sets_[index - (has_recent_ ? 1 : 0)].path), 0);
+    if (auto [set, number] = title_at(index); set) return title(std::move(set), number);
+    if (index < recents()) return recent_picks(shelf);
+    return title(shelf.snapshot(sets_[index - recents()].path), 0);
 }
 
 std::size_t Place::find(const Sjis &symbol) const {
@@ -77,12 +94,24 @@ std::size_t Place::find(const Sjis &symbol) const {
 
 std::size_t Place::find_path(const std::string &path) const {
     for (std::size_t i = 0; i < titles(); ++i) {
-        const bool recent = has_recent_ && i == 0 && !snapshot_;
-        const std::string own =
-            snapshot_ ? snapshot_->title(snapshot_->children(number_)[i]).text : item(i).label;
-        if (own == path && !recent) return i;
+        if (path_at(i) == path && !path.empty()) return i;
     }
     return size();
+}
+
+std::string Place::path_at(std::size_t index) const {
+    if (index >= titles()) return {};
+    if (const auto &[set, title] = title_at(index); set) return set->title(title).text;
+    return index < recents() ? std::string() : sets_[index - recents()].title.text;
+}
+
+std::size_t Place::symbols_below(const Shelf &shelf, std::size_t index) const {
+    auto [set, title] = title_at(index);
+    if (!set && index < recents()) return shelf.recent().size();
+    if (!set) set = shelf.snapshot(sets_[index - recents()].path);
+    std::size_t symbols = set->symbol_count(title);
+    for (const std::size_t below : set->below(title)) symbols += set->symbol_count(below);
+    return symbols;
 }
 
 std::string Place::key() const {

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "picker/picking/shelf.h"
@@ -33,6 +34,12 @@ class Place {
     static Place all_sets(const Shelf &shelf);
     static Place recent_picks(const Shelf &shelf);
 
+    /**
+     * All sets, but where the standard set is the only one beside お気に入り its titles stand in
+     * its place. @throws Failure when it cannot be read
+     */
+    static Place all_sets_opened(const Shelf &shelf);
+
     /** A title of a set; 0 is the set itself. Titles first, and then its symbols. */
     static Place title(std::shared_ptr<const Snapshot> snapshot, std::size_t number);
 
@@ -58,17 +65,32 @@ class Place {
     /** The item that leads to a title or set of that full path; size() when there is none. */
     std::size_t find_path(const std::string &path) const;
 
+    /** Full path of the title or set that an item leads to; empty for the others. */
+    std::string path_at(std::size_t index) const;
+
+    /** Symbols at and below a title, set or the recent picks. @throws Failure as snapshot */
+    std::size_t symbols_below(const Shelf &shelf, std::size_t index) const;
+
+    /** The set whose titles stand among all sets; null when none does. */
+    const std::shared_ptr<const Snapshot> &opened() const { return opened_; }
+
     /** What tells two places apart. */
     std::string key() const;
 
   private:
     Place() = default;
 
+    std::size_t recents() const { return has_recent_ ? 1 : 0; }
+
+    /** A title by its set and number; null for items that are none. */
+    std::pair<std::shared_ptr<const Snapshot>, std::size_t> title_at(std::size_t index) const;
+
     std::string path_;
     std::shared_ptr<const Snapshot> snapshot_;
     std::size_t number_ = 0;
     bool has_recent_ = false;
     std::vector<SetFile> sets_;
+    std::shared_ptr<const Snapshot> opened_;
     std::vector<unsigned short> symbols_;
 };
 

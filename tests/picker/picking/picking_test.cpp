@@ -179,6 +179,52 @@ TEST_F(PickingTest, follows_its_actions) {
     }
 }
 
+/** Numbers of symbols behind the titles of the current column. */
+std::string counted(const Picking &picking) {
+    const ViewColumn column = picking.view(1).columns.back();
+    std::string text = drawn(picking, 1) + " |";
+    for (std::size_t i = 0; i < column.total; ++i) {
+        if (const auto symbols = picking.symbols_below(i)) text += " " + std::to_string(*symbols);
+    }
+    return text;
+}
+
+/** The titles of the standard set stand among the sets while it is the only one. */
+TEST_F(PickingTest, opens_the_only_set_in_the_first_column) {
+    const std::string favourites = symbol_file("お気に入り", block("記号", "※\n"));
+    fs::remove(workspace.common / "b.kig");
+    const struct {
+        const char *script, *favourites, *picks, *start, *drawn;
+    } rows[] = {
+        {"", "", "", "", "[図/]矢印  | 7 4"},
+        {"next enter", "", "", "", "[→]← ↑ ↓  =右矢印 |"},
+        {"next enter back", "", "", "", "図/ [矢印] | 7 4"},
+        {"enter sibling back", "", "", "", "図/ [矢印] | 7 4"},
+        {"search =ほし next show", "", "", "", "☆ [★] =黒星 |"},
+        {"search =ほし next show sets", "", "", "", "[図/]矢印  | 7 4"},
+        {"", "", "", "標準の記号／図／星", "[☆]★  =白星 |"},
+        {"back", "", "", "標準の記号／図／星", "[星]○ ● ◎ ◇ ◆  | 2"},
+        {"", "1", "", "", "[お気に入り/]図/ 矢印  | 1 7 4"},
+        {"", "1", "★", "", "お気に入り/ 図/ [最近]矢印  | 1 1 7 4"},
+        {"enter", "1", "★", "", "[★] =黒星 |"},
+        {"next next next enter", "1", "★", "", "[→]← ↑ ↓  =右矢印 |"},
+    };
+    for (const auto &row : rows) {
+        fs::remove(workspace.common / "f.kig");
+        if (*row.favourites) write_file(workspace.common / "f.kig", favourites);
+        Shelf all = shelf();
+        if (*row.picks) all.note({to_sjis(row.picks)});
+        Picking picking(all, row.start, FirstColumn::opened);
+        run(picking, row.script);
+        EXPECT_EQ(counted(picking), row.drawn) << row.script << ' ' << row.favourites;
+        picking.refresh();
+        EXPECT_EQ(counted(picking), row.drawn) << row.script << ", looked at again";
+    }
+    write_file(workspace.common / "b.kig", symbol_file("私", block("単位", "℃\n")));
+    Shelf two = shelf();
+    EXPECT_EQ(counted(Picking(two, "", FirstColumn::opened)), "お気に入り/ [最近]標準の記号/ 私/  | 1 1 12 1");
+}
+
 TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
     const struct {
         const char *script, *drawn;
