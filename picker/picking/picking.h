@@ -46,7 +46,8 @@ enum class Act {
     next_sibling, /**< to the next title or set of the column before, behind the last the first */
     previous_sibling,
     search,         /**< opens the search, empty, or goes back into it */
-    type,           /**< adds the text to what is searched for, or to an answer */
+    type,           /**< adds the text to what is searched for, or to an answer; else it begins a
+                       search for it */
     erase,          /**< takes its last character away */
     show,           /**< from what the search found to where it stands */
     next_found,     /**< to the next place of what was found last, the first behind the last */

@@ -19,7 +19,7 @@ bool Picking::search_action(const Action &action) {
             look_for(searching_ ? std::string() : query_);
             return true;
         case Act::type:
-            look_for(query_ + action.text);
+            look_for(searching_ ? query_ + action.text : action.text);
             return true;
         case Act::erase:
             look_for(without_last(query_));

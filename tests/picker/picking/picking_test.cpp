@@ -154,6 +154,7 @@ TEST_F(PickingTest, follows_its_actions) {
         {"search =1-78 show", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号", ""},
         {"search =95-1", " ?95-1 !kuten 95-1 is outside of the table, which goes from 1-1 to 94-94", ""},
         {"search =亜 show", "[亜] ?亜 = !it stands in no set", ""},
+        {"=矢 =印 back =ほし", "[☆]★  ?ほし =白星", ""},
         {"search =矢 =印 2", "→ [←]↑  ?矢印 =左矢印 +←", "←"},
         {"back", "[標準の記号/]私/  | 図/ 矢印 ", ""},
         {"back back last enter enter", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号", ""},
