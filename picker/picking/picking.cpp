@@ -191,6 +191,11 @@ void Picking::step_sibling(bool forward) {
 
 /** Shows a full path; as much of it as there is, with a message, when it is gone. */
 void Picking::go_to(const std::string &path) {
+    if (path == recents_title && !shelf_.recent().empty()) {
+        while (columns_.size() > 1) back();
+        move_to(0);
+        return push(Place::recent_picks(shelf_));
+    }
     const auto set = std::ranges::find_if(shelf_.sets(), [&](const SetFile &one) {
         return path == one.title.text || lies_below(path, one.title.text);
     });

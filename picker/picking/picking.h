@@ -114,7 +114,7 @@ class Picking {
   public:
     /**
      * @param shelf  must live longer
-     * @param start  full path of a title to begin at; empty: see FirstColumn
+     * @param start  full path of a title to begin at, or recents_title; empty: see FirstColumn
      * @throws Failure when the set to begin in cannot be read
      */
     explicit Picking(Shelf &shelf, const std::string &start = {},

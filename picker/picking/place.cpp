@@ -11,8 +11,6 @@
 namespace kigou {
 namespace {
 
-constexpr std::string_view recent_label = "最近";
-
 std::vector<unsigned short> codes_of_symbols(const std::vector<Sjis> &symbols) {
     std::vector<unsigned short> codes;
     codes.reserve(symbols.size());
@@ -43,7 +41,7 @@ Place Place::all_sets_opened(const Shelf &shelf) {
 
 Place Place::recent_picks(const Shelf &shelf) {
     Place place;
-    place.path_ = recent_label;
+    place.path_ = recents_title;
     place.symbols_ = codes_of_symbols(shelf.recent());
     return place;
 }
@@ -76,7 +74,7 @@ PlaceItem Place::item(std::size_t index) const {
     if (const auto &[set, title] = title_at(index); set) {
         return {ItemKind::title, last_title(set->title(title).text), !set->children(title).empty()};
     }
-    if (index < recents()) return {ItemKind::recent, std::string(recent_label)};
+    if (index < recents()) return {ItemKind::recent, std::string(recents_title)};
     return {ItemKind::set, sets_[index - recents()].title.text, true};
 }
 

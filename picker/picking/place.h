@@ -6,12 +6,16 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
 #include "picker/picking/shelf.h"
 
 namespace kigou {
+
+/** The path of the recent picks. */
+inline constexpr std::string_view recents_title = "最近";
 
 /** What one item of a column leads to. */
 enum class ItemKind { recent, set, title, symbol };
@@ -49,7 +53,7 @@ class Place {
     /** Items that are no symbols; they come first. */
     std::size_t titles() const;
 
-    /** Full path, or 最近; empty for all sets. */
+    /** Full path, or that of the recent picks; empty for all sets. */
     const std::string &path() const { return path_; }
 
     /** The set, and the number of the title in it; null for the other places. */

@@ -367,6 +367,19 @@ TEST_F(PickingTest, keeps_what_another_program_changes) {
     }
 }
 
+/** A look goes on in the recent picks. */
+TEST_F(PickingTest, stays_in_the_recent_picks) {
+    Shelf all = shelf();
+    all.note({to_sjis("★"), to_sjis("☆")});
+    Picking picking(all, std::string(recents_title));
+    run(picking, "next");
+    const std::string before = drawn(picking);
+    EXPECT_TRUE(before.ends_with(" | ☆ [★] =黒星")) << before;
+    write_file(workspace.common / "b.kig", symbol_file("私", block("印", "○\n")));
+    EXPECT_TRUE(picking.look());
+    EXPECT_EQ(drawn(picking), before + " !another program changed a set; it is shown as it is now");
+}
+
 TEST_F(PickingTest, knows_what_a_question_was_asked_of) {
     Shelf all = shelf();
     Picking picking(all, "私");
