@@ -15,7 +15,10 @@ std::string sentence_of(const Change &change) {
         case ChangeKind::renamed:
             return "renamed " + change.path + " to " + change.to;
         case ChangeKind::moved:
-            if (change.symbols) return "moved " + symbols + " in " + change.path;
+            if (change.symbols && change.to.empty())
+                return "moved " + symbols + " in " + change.path;
+            if (change.symbols)
+                return "moved " + symbols + " from " + change.path + " to " + change.to;
             return "moved " + change.path + (change.to.empty() ? "" : " to " + change.to);
         case ChangeKind::removed:
             if (change.before) return "removed " + symbols + " from " + change.path;
@@ -33,6 +36,17 @@ std::string sentence_of(const Change &change) {
             break;
     }
     return "deleted the symbol file " + change.path;
+}
+
+std::string sentence_of(const std::vector<Change> &changes) {
+    // What is removed comes with all that was below it; else the last change is why the others
+    // were.
+    const bool removed = changes.front().kind == ChangeKind::removed;
+    std::string sentence = sentence_of(removed ? changes.front() : changes.back());
+    if (removed && changes.size() > 1) {
+        sentence += " and " + counted(changes.size() - 1, "title") + " below it";
+    }
+    return sentence;
 }
 
 } // namespace kigou

@@ -11,6 +11,10 @@ namespace kigou {
 /** "added 4 symbols to 私の記号／矢印". */
 std::string sentence_of(const Change &change);
 
+/** All changes of an edit in one sentence, which names the most telling. @param changes  one or
+ * more */
+std::string sentence_of(const std::vector<Change> &changes);
+
 } // namespace kigou
 
 #endif

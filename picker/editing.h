@@ -85,6 +85,9 @@ class Edit {
     void rename(const Title &title);
     void remove();
 
+    /** The same, because it stands elsewhere now. @param to  its path there */
+    void remove_moved(const std::string &to);
+
     /** Replaces the symbols, or adds behind them. @param data  lines of symbols */
     void put(const Sjis &data, bool append);
 

@@ -65,6 +65,12 @@ void Edit::remove() {
     takes_away_ = true;
 }
 
+void Edit::remove_moved(const std::string &to) {
+    const std::string path = located_->title().text;
+    remove();
+    changes_.assign(1, {.kind = ChangeKind::moved, .path = path, .to = to});
+}
+
 void Edit::store(const Title &path, const Sjis &data) {
     if (data.size() > most_data) {
         throw Failure(FailureKind::refused,
@@ -95,7 +101,7 @@ void Edit::change(const Sjis &data, Change change) {
     const auto held = located_->snapshot.data(located_->number);
     if (std::ranges::equal(held, data)) return;
     store(path, data);
-    takes_away_ = takes_away_ || change.kind == ChangeKind::removed;
+    takes_away_ = takes_away_ || symbols_in(data).size() < symbols_in(held).size();
     change.path = path.text;
     change.before = symbols_in(held).size();
     did(std::move(change));

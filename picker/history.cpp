@@ -162,7 +162,8 @@ EditReport History::delete_set(const Title &title, const EditOptions &options,
 }
 
 HistoryStep History::step_to(const Step &step, const State &from, const State &to) {
-    HistoryStep told{step.changes, to.differences, to.refusal, step.joined};
+    HistoryStep told{step.changes, to.differences, !to.differences.empty(), to.refusal,
+                     step.joined};
     if (!to.file) return told;
     if (!from.file) {
         told.differences.push_back(to.path +

@@ -21,6 +21,7 @@ namespace kigou {
 struct HistoryStep {
     std::vector<Change> changes;          /**< of the edit; none for a copy that was kept --as */
     std::vector<std::string> differences; /**< what will not be as it was: lines for people */
+    bool loses = false;  /**< something in the file, and not only its name, is among these */
     std::string refusal; /**< why it will fail, as a line for people; empty when it should not */
     bool joined = false; /**< the edit is one with the edit before it */
 };
@@ -59,6 +60,12 @@ class History {
      */
     EditReport undo(const EditHooks &hooks);
     EditReport redo(const EditHooks &hooks);
+
+    /** How many can be undone. */
+    std::size_t steps() const { return undo_.size(); }
+
+    /** Forgets what could be redone. */
+    void forget_redo() { redo_.clear(); }
 
     void clear();
 

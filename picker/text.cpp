@@ -260,6 +260,15 @@ std::string without_last(std::string_view utf8) {
     return std::string(utf8.substr(0, end));
 }
 
+std::string on_one_line(std::string_view utf8) {
+    std::string line(utf8);
+    while (line.ends_with('\n') || line.ends_with('\r')) line.pop_back();
+    for (char &character : line) {
+        if (character == '\n' || character == '\r' || character == '\t') character = ' ';
+    }
+    return line;
+}
+
 std::string beginning_of(std::string_view utf8, std::size_t characters) {
     std::size_t end = 0;
     for (; end < utf8.size(); ++end) {

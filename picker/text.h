@@ -60,6 +60,9 @@ std::string to_utf8(char32_t character);
 /** The text without its last character. */
 std::string without_last(std::string_view utf8);
 
+/** Pasted text for a line: blanks for line ends within it, and none behind it. */
+std::string on_one_line(std::string_view utf8);
+
 /** As many of its first characters. */
 std::string beginning_of(std::string_view utf8, std::size_t characters);
 

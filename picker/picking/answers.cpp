@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "picker/failure.h"
+#include "picker/near_titles.h"
 #include "picker/picking/picking.h"
 #include "picker/symbol_data.h"
 #include "picker/symbol_reading.h"
@@ -25,11 +26,18 @@ void Picking::answer() {
         asking_ = asked;
         const bool path = asked.what == Asked::copy_to || asked.what == Asked::move_to;
         if (failure.kind() != FailureKind::nothing_found || !path) throw;
-        asking_->missing = asked.answer;
-        message_ = "there is no title " + normalized(asked.answer);
-        for (const std::string &near : failure.details()) {
-            if (near.starts_with("did you mean")) message_ += "; " + near;
+        const std::string typed = normalized(asked.answer);
+        message_ = "there is no title " + typed;
+        const bool is_set = typed.find(separator) == std::string::npos;
+        if (is_set && !asked.symbols.empty()) {
+            message_ =
+                "symbols stand in the titles of a set: " + typed + std::string(separator) + "TITLE";
+            return;
         }
+        for (const std::string &near : did_you_mean(nearest(own_titles(true), typed, 1))) {
+            message_ += "; " + near;
+        }
+        asking_->missing = asked.answer;
         message_ += "; once more to make it";
     }
 }

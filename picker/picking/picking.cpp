@@ -36,6 +36,8 @@ void Picking::act(const Action &action) {
     try {
         if (action.act == Act::drop_pick && number != 0 && !asking_) {
             number_ = number / 10;
+        } else if (action.act == Act::back && number != 0) {
+            return; // it is the number that is left
         } else if (!question_action(action) && !search_action(action) && !edit_action(action)) {
             go(action);
         }
@@ -45,7 +47,8 @@ void Picking::act(const Action &action) {
 }
 
 void Picking::tell(const Failure &failure) {
-    if (failure.kind() == FailureKind::changed) look();
+    // Shown as it is now: another program changed it, or an edit was taken back in its middle.
+    look();
     message_ = failure.what();
     if (!failure.details().empty()) message_ += "; " + failure.details().front();
 }

@@ -98,7 +98,8 @@ struct View {
     std::string number;               /**< digits that were typed so far; often empty */
     std::optional<SymbolTold> symbol; /**< under the cursor */
     std::string picks;                /**< taken so far, UTF-8, in their order */
-    std::string message;              /**< what there is to say of the last action; often empty */
+    bool can_undo = false;
+    std::string message; /**< what there is to say of the last action; often empty */
 };
 
 enum class PickingEnd { going_on, done, cancelled };
@@ -232,7 +233,7 @@ class Picking {
     Sjis without_symbol() const;
     ShownTitle shown() const;
     std::string path_under_cursor() const;
-    void refuse_read_only() const;
+    void refuse_read_only(bool item) const;
 
     // The view, in picking_view.cpp.
     PlaceItem found_item(std::size_t index) const;

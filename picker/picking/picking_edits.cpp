@@ -44,10 +44,12 @@ bool Picking::edit_action(const Action &action) {
             move_item(action.act == Act::lower);
             return true;
         case Act::undo:
-            tell(edits_.undo());
-            return true;
         case Act::redo:
-            tell(edits_.redo());
+            tell(action.act == Act::undo ? edits_.undo() : edits_.redo());
+            if (const std::size_t at = current().place.find_path(edits_.touched());
+                at < current().place.titles()) {
+                move_to(at);
+            }
             return true;
         case Act::save:
             message_ = "every edit is saved already";
@@ -72,9 +74,16 @@ std::string Picking::path_under_cursor() const {
     return searching_ ? std::string() : current().place.path_at(current().cursor);
 }
 
-/** Says at once that nothing here can be changed, and not when an answer was typed. */
-void Picking::refuse_read_only() const {
-    const auto &set = current().place.snapshot();
+/**
+ * Says at once that nothing here can be changed, and not when an answer was typed.
+ * @param item  it is what the cursor stands on that is to be changed
+ */
+void Picking::refuse_read_only(bool item) const {
+    auto set = current().place.snapshot();
+    const auto at = std::ranges::find_if(shelf_.sets(), [&](const SetFile &one) {
+        return item && !set && one.title.text == path_under_cursor();
+    });
+    if (at != shelf_.sets().end()) set = shelf_.snapshot(at->path);
     if (!set || !shelf_.is_read_only(set->path())) return;
     const std::string title = set->file().text;
     if (title == standard_title) {
@@ -87,20 +96,28 @@ void Picking::refuse_read_only() const {
 }
 
 void Picking::remove() {
-    if (searching_ || size() == 0) return;
+    if (searching_ || size() == 0) {
+        message_ = searching_ ? "go to where it stands to remove it" : "there is nothing to remove";
+        return;
+    }
     const PlaceItem item = current().place.item(current().cursor);
-    refuse_read_only();
+    refuse_read_only(true);
     if (item.kind == ItemKind::set) return tell(edits_.delete_set(item.label));
     if (item.kind == ItemKind::title) return tell(edits_.remove_title(path_under_cursor()));
-    if (item.kind != ItemKind::symbol) return;
+    if (item.kind != ItemKind::symbol) {
+        message_ = "recent picks are removed one by one";
+        return;
+    }
     if (current().place.snapshot()) {
         const Sjis rest = without_symbol();
         const std::size_t at = current().cursor;
         tell(edits_.change(shown(), rest, one_symbol(ChangeKind::removed)));
         return move_to(at);
     }
+    const std::size_t at = current().cursor;
     const std::string trouble = shelf_.forget(item.symbol);
     tell(trouble.empty() ? item.label + " is no recent pick any more" : trouble);
+    move_to(at);
 }
 
 /** The byte in the data of the current title at which the symbol under the cursor stands. */
@@ -127,7 +144,7 @@ void Picking::move_item(bool down) {
         message_ = "only titles and symbols of a set can be moved";
         return;
     }
-    refuse_read_only();
+    refuse_read_only(true);
     const bool is_title = !symbol();
     const std::size_t at = current().cursor, first = is_title ? 0 : place.titles();
     const std::size_t end = is_title ? place.titles() : place.size();

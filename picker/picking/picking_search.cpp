@@ -19,7 +19,7 @@ bool Picking::search_action(const Action &action) {
             look_for(searching_ ? std::string() : query_);
             return true;
         case Act::type:
-            look_for(searching_ ? query_ + action.text : action.text);
+            look_for((searching_ ? query_ : "") + on_one_line(action.text));
             return true;
         case Act::erase:
             look_for(without_last(query_));
@@ -46,6 +46,7 @@ void Picking::look_for(std::string query) {
     if (found_.found.empty()) message_ = word_list(found_.no_symbols);
     if (query_.size() < query.size()) message_ = "only the beginning of that is looked for";
     if (!found_.meant.empty()) message_ = "meant " + word_list(found_.meant) + "?";
+    if (message_.empty() && found_.found.empty() && !query_.empty()) message_ = "nothing is found";
     if (!found_.elsewhere.empty()) {
         for (const Sjis &symbol : found_.elsewhere) message_ += to_utf8(symbol);
         message_ += " would answer, but in no set; type the symbol itself to take it";

@@ -66,6 +66,7 @@ View Picking::view(std::size_t most_columns) const {
     view.searching = searching_;
     view.query = query_;
     view.message = message_;
+    view.can_undo = edits_.can_undo();
     if (asking_) {
         view.asking = question();
         view.answer = asking_->answer;

@@ -44,7 +44,7 @@ bool Picking::question_action(const Action &action) {
     if (!asking_) return false;
     switch (action.act) {
         case Act::type:
-            asking_->answer += action.text;
+            asking_->answer += on_one_line(action.text);
             if (std::string kept = beginning_of(asking_->answer, most_answered);
                 kept.size() < asking_->answer.size()) {
                 asking_->answer = std::move(kept);
@@ -105,7 +105,7 @@ void Picking::ask(Act what) {
         message_ = "go to where it stands to change it; here it can be copied";
         return;
     }
-    refuse_read_only();
+    refuse_read_only(what != Act::new_title);
     if (what == Act::move_to) return ask_to_move();
     if (what == Act::add_symbols) return ask_for_symbols();
     ask_for_name(what == Act::new_title);

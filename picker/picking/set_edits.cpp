@@ -33,12 +33,8 @@ std::size_t number_in(const Snapshot &now, const ShownTitle &shown) {
     return *number;
 }
 
-Change taken_out(std::size_t symbols) {
-    return {.kind = ChangeKind::removed, .path = {}, .symbols = symbols};
-}
-
-std::string told(const std::optional<Change> &change) {
-    return change ? sentence_of(*change) : "it is there already";
+std::string told(const std::optional<std::string> &done) {
+    return done.value_or("it is there already");
 }
 
 /** Whether two titles, with what lies below them, have the same titles and symbols. */
@@ -64,23 +60,23 @@ EditHooks SetEdits::hooks() {
     return hooks;
 }
 
-/** Makes one edit and remembers it. @return the change; none when there was nothing to do */
-std::optional<Change> SetEdits::make(const Work &work, bool may_make_file, bool joined) {
+/** Makes one edit and remembers it. @return what was done; none when there was nothing to do */
+std::optional<std::string> SetEdits::make(const Work &work, bool may_make_file, bool joined) {
     for (int tries = 1;; ++tries) {
         try {
             Edit edit(directories_, {}, hooks(), may_make_file);
             work(edit);
             const EditReport report = history_.finish(edit, joined);
             if (report.changes.empty()) return std::nullopt;
-            return report.changes.front();
+            return sentence_of(report.changes);
         } catch (const Failure &failure) {
             if (failure.kind() != FailureKind::changed || tries == most_tries) throw;
         }
     }
 }
 
-std::optional<Change> SetEdits::add_symbols(const std::vector<Sjis> &symbols,
-                                            const std::string &path, bool joined) {
+std::optional<std::string> SetEdits::add_symbols(const std::vector<Sjis> &symbols,
+                                                 const std::string &path, bool joined) {
     const bool favourites = normalized(path) == favourites_title;
     return make(
         [&](Edit &edit) {
@@ -125,20 +121,36 @@ bool SetEdits::make_titles(const std::string &path) {
     return made;
 }
 
+/** Does something behind titles that it needs; when it fails, these go again. */
+std::string SetEdits::with_titles(const std::string &path, Missing missing,
+                                  const std::function<std::string(bool)> &work) {
+    const std::size_t before = history_.steps();
+    try {
+        return work(missing == Missing::make && make_titles(path));
+    } catch (const Failure &) {
+        for (; history_.steps() > before; history_.forget_redo()) history_.undo(hooks());
+        throw;
+    }
+}
+
 std::string SetEdits::copy(const std::vector<Sjis> &symbols, const std::string &path,
                            Missing missing) {
-    const bool made = missing == Missing::make && make_titles(path);
-    return told(add_symbols(symbols, path, made));
+    return with_titles(path, missing,
+                       [&](bool made) { return told(add_symbols(symbols, path, made)); });
 }
 
 std::string SetEdits::move(const std::vector<Sjis> &symbols, const ShownTitle &from,
                            const Sjis &rest, const std::string &path, Missing missing) {
     if (normalized(path) == normalized(from.title().text)) return told({});
-    const bool made = missing == Missing::make && make_titles(path);
-    const auto copied = add_symbols(symbols, path, made);
-    make([&](Edit &edit) { put_merged(edit, from, rest, taken_out(symbols.size())); }, false,
-         made || copied);
-    return copied ? "moved: " + told(copied) : "it stood there already, and is removed here";
+    return with_titles(path, missing, [&](bool made) {
+        const bool copied = add_symbols(symbols, path, made).has_value();
+        const Change change{.kind = ChangeKind::moved,
+                            .path = {},
+                            .to = normalized(path),
+                            .symbols = symbols.size()};
+        return told(
+            make([&](Edit &edit) { put_merged(edit, from, rest, change); }, false, made || copied));
+    });
 }
 
 /** @return whether another program had changed the title too */
@@ -154,43 +166,52 @@ bool SetEdits::put_merged(Edit &edit, const ShownTitle &shown, const Sjis &data,
 
 std::string SetEdits::move_title(const ShownTitle &shown, const std::string &path,
                                  Missing missing) {
-    const bool made = missing == Missing::make && make_titles(path);
-    const Located target = locate(find_sets(directories_), path, {});
-    std::string moved;
-    if (target.snapshot.path() == shown.set->path()) {
-        return told(make(
-            [&](Edit &edit) {
-                const Snapshot &now = edit.open(shown.set->file()).snapshot;
-                const std::size_t number = number_in(now, shown);
-                const auto parent = now.find(target.title().sjis);
-                if (!parent) refuse_changed(target.title());
-                const Sjis text = with_title_below(now, number, *parent);
-                const Title old = now.title(number);
-                edit.replace_text(text, {{.kind = ChangeKind::moved,
-                                          .path = old.text,
-                                          .to = target.title().text + std::string(separator) +
-                                                last_title(old.text)}});
-            },
-            false, made));
+    if (lies_below(normalized(path), normalized(shown.title().text))) {
+        throw Failure(FailureKind::refused, shown.title().text + " cannot be moved below itself");
     }
+    return with_titles(path, missing, [&](bool made) {
+        const Located target = locate(find_sets(directories_), path, {});
+        const bool here = target.snapshot.path() == shown.set->path();
+        return here ? move_within(shown, target.title(), made)
+                    : move_across(shown, target.title(), made);
+    });
+}
+
+std::string SetEdits::move_within(const ShownTitle &shown, const Title &target, bool joined) {
+    return told(make(
+        [&](Edit &edit) {
+            const Snapshot &now = edit.open(shown.set->file()).snapshot;
+            const std::size_t number = number_in(now, shown);
+            const auto parent = now.find(target.sjis);
+            if (!parent) refuse_changed(target);
+            const Sjis text = with_title_below(now, number, *parent);
+            const std::string old = now.title(number).text;
+            edit.replace_text(text,
+                              {{.kind = ChangeKind::moved,
+                                .path = old,
+                                .to = target.text + std::string(separator) + last_title(old)}});
+        },
+        false, joined));
+}
+
+std::string SetEdits::move_across(const ShownTitle &shown, const Title &target, bool joined) {
+    std::string moved;
     make(
         [&](Edit &edit) {
-            const Located &located = edit.locate(path);
+            const Located &located = edit.locate(target.text);
             SetText text(located.snapshot);
-            const Title copy =
-                add_titles(*shown.set, shown.number, located.snapshot, located.number, text);
-            moved = copy.text;
-            edit.replace_text(text.text(), {{.kind = ChangeKind::added, .path = copy.text}});
+            moved =
+                add_titles(*shown.set, shown.number, located.snapshot, located.number, text).text;
+            edit.replace_text(text.text(), {{.kind = ChangeKind::added, .path = moved}});
         },
-        false, made);
-    make(
+        false, joined);
+    return told(make(
         [&](Edit &edit) {
             const Located &now = edit.locate(shown.title().text);
             if (!same_titles(now.snapshot, now.number, shown)) refuse_changed(shown.title());
-            edit.remove();
+            edit.remove_moved(moved);
         },
-        false, true);
-    return sentence_of({.kind = ChangeKind::moved, .path = shown.title().text, .to = moved});
+        false, true));
 }
 
 std::string SetEdits::move_past(const ShownTitle &shown, std::size_t sibling) {
@@ -237,7 +258,7 @@ std::string SetEdits::remove_title(const std::string &path) {
 }
 
 std::string SetEdits::delete_set(const std::string &title) {
-    return sentence_of(history_.delete_set(typed_title(title), {}, hooks()).changes.front());
+    return sentence_of(history_.delete_set(typed_title(title), {}, hooks()).changes);
 }
 
 std::string SetEdits::take_back(bool again) {
@@ -245,19 +266,21 @@ std::string SetEdits::take_back(bool again) {
     auto step = next();
     if (!step) return again ? "there is nothing to do again" : "there is nothing to undo";
     if (!step->refusal.empty()) return step->refusal;
-    if (!step->differences.empty() && !std::exchange(warned_, true)) {
+    if (step->loses && !std::exchange(warned_, true)) {
         return step->differences.front() + "; once more to do it all the same";
     }
     warned_ = false;
-    std::string done;
+    // Of edits that are one for people the last one is what they were made for.
+    std::vector<Change> done = step->changes;
     for (bool more = true; more;) {
         const bool joined = step->joined;
-        const EditReport report = again ? history_.redo(hooks()) : history_.undo(hooks());
-        done = sentence_of(report.changes.front());
+        if (again) done = step->changes;
+        again ? history_.redo(hooks()) : history_.undo(hooks());
         step = next();
         more = step && (again ? step->joined : joined);
     }
-    return (again ? "again: " : "undone: ") + done;
+    touched_ = done.front().path;
+    return (again ? "again: " : "undone: ") + sentence_of(done);
 }
 
 } // namespace kigou

@@ -77,6 +77,11 @@ class SetEdits {
     std::string undo() { return take_back(false); }
     std::string redo() { return take_back(true); }
 
+    bool can_undo() const { return history_.to_undo().has_value(); }
+
+    /** Full path of what the last undo or redo was of. */
+    const std::string &touched() const { return touched_; }
+
     /** Something else was done: the next undo tells again what will not be as it was. */
     void forget_warning() { warned_ = false; }
 
@@ -86,16 +91,22 @@ class SetEdits {
   private:
     using Work = std::function<void(Edit &)>;
 
-    std::optional<Change> make(const Work &work, bool may_make_file = false, bool joined = false);
+    std::optional<std::string> make(const Work &work, bool may_make_file = false,
+                                    bool joined = false);
     bool make_titles(const std::string &path);
-    std::optional<Change> add_symbols(const std::vector<Sjis> &symbols, const std::string &path,
-                                      bool joined);
+    std::string with_titles(const std::string &path, Missing missing,
+                            const std::function<std::string(bool)> &work);
+    std::string move_within(const ShownTitle &shown, const Title &target, bool joined);
+    std::string move_across(const ShownTitle &shown, const Title &target, bool joined);
+    std::optional<std::string> add_symbols(const std::vector<Sjis> &symbols,
+                                           const std::string &path, bool joined);
     static bool put_merged(Edit &edit, const ShownTitle &shown, const Sjis &data, Change change);
     std::string take_back(bool again);
 
     Directories directories_;
     History history_;
     bool warned_ = false;
+    std::string touched_;
 };
 
 } // namespace kigou

@@ -230,14 +230,13 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
     const struct {
         const char *script, *drawn;
     } rows[] = {
-        {"tab last copy enter", "お気に入り/ [標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !made the symbol file お気に入り"},
+        {"tab last copy enter", "お気に入り/ [標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !added お気に入り／記号 (1 symbol)"},
         {"tab last copy enter copy enter", "お気に入り/ [標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !it is there already"},
         {"tab last stay prev stay copy enter undo",
-         "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ [◇] =ひし形 +◆◇ !undone: made the symbol file お気に入り"},
-        {"back back search =ほし next copy enter", "☆ [★] ?ほし =黒星 !made the symbol file お気に入り"},
+         "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ [◇] =ひし形 +◆◇ !undone: added お気に入り／記号 (2 symbols)"},
+        {"back back search =ほし next copy enter", "☆ [★] ?ほし =黒星 !added お気に入り／記号 (1 symbol)"},
         {"tab last copy back", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形"},
-        {"search =ほし copy erase erase erase erase erase =私/単位 enter",
-         "[☆]★  ?ほし =白星 !added 1 symbol to 私／単位"},
+        {"search =ほし copy erase erase erase erase erase =私/単位 enter", "[☆]★  ?ほし =白星 !added 1 symbol to 私／単位"},
         {"back back last enter enter remove", "標準の記号/ [私/] | [単位] |  !removed 1 symbol from 私／単位"},
         {"back back last enter enter remove undo", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: removed 1 symbol from 私／単位"},
         {"back back last enter enter remove undo redo", "標準の記号/ [私/] | [単位] |  !again: removed 1 symbol from 私／単位"},
@@ -249,7 +248,7 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
         {"back back last rename =の enter", "標準の記号/ [私の/] | 単位  !renamed 私 to 私の"},
         {"back back last rename =の enter undo", "標準の記号/ [私/] | 単位  !undone: renamed 私 to 私の"},
         {"back back last remove", "[標準の記号/] | 図/ 矢印  !deleted the symbol file 私"},
-        {"back back last remove undo undo", "[標準の記号/]私/  | 図/ 矢印  !undone: deleted the symbol file 私"},
+        {"back back last remove undo", "標準の記号/ [私/] | 単位  !undone: deleted the symbol file 私"},
         {"back back new =甲 enter", "標準の記号/ [甲/]私/  |  !made the symbol file 甲"},
         {"tab last remove",
          "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !標準の記号 cannot be changed; its symbols can be copied to a title of your own"},
@@ -259,22 +258,22 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
         {"redo", "[標準の記号/]私/  | [図/]矢印  | 星 ○ ● ◎ ◇  !there is nothing to do again"},
         {"enter copy", "[標準の記号/]私/  | [図/]矢印  | [星]○ ● ◎ ◇  | ☆ ★  !there is no symbol under the cursor to copy"},
         // Moves, each taken back in one step.
-        {"back back last enter enter move enter", "お気に入り/ 標準の記号/ [私/] | [単位] |  !moved: made the symbol file お気に入り"},
+        {"back back last enter enter move enter", "お気に入り/ 標準の記号/ [私/] | [単位] |  !moved 1 symbol from 私／単位 to お気に入り"},
         {"back back last enter enter move enter undo",
-         "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: made the symbol file お気に入り"},
-        {"back back last enter enter move enter undo redo redo",
-         "お気に入り/ 標準の記号/ [私/] | [単位] |  !again: removed 1 symbol from 私／単位"},
+         "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !undone: moved 1 symbol from 私／単位 to お気に入り"},
+        {"back back last enter enter move enter undo redo",
+         "お気に入り/ 標準の記号/ [私/] | [単位] |  !again: moved 1 symbol from 私／単位 to お気に入り"},
         {"back back last enter enter move clear =私/単位 enter", "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 !it is there already"},
         {"back back last enter new =甲 enter move", "標準の記号/ [私/] | 単位 [甲] |  move below:私"},
         {"back back last enter new =甲 enter move next enter", "標準の記号/ [私/] | [単位/] | 甲 ℃  !moved 私／甲 to 私／単位／甲"},
         {"back back last enter new =甲 enter move next enter undo",
-         "標準の記号/ [私/] | [単位]甲  | ℃  !undone: moved 私／甲 to 私／単位／甲"},
+         "標準の記号/ [私/] | 単位 [甲] |  !undone: moved 私／甲 to 私／単位／甲"},
         {"back back last enter new =甲 enter move clear =私/甲 enter",
          "標準の記号/ [私/] | 単位 [甲] |  move below:私/甲 !私／甲 cannot be moved below itself"},
         {"sets new =乙 enter search =℃ show back new =甲 enter move clear =乙 enter",
          "乙/ 標準の記号/ [私/] | [単位] | ℃  !moved 私／甲 to 乙／甲"},
         {"sets new =乙 enter search =℃ show back new =甲 enter move clear =乙 enter undo",
-         "乙/ 標準の記号/ [私/] | [単位]甲  | ℃  !undone: added 乙／甲"},
+         "乙/ 標準の記号/ [私/] | 単位 [甲] |  !undone: moved 私／甲 to 乙／甲"},
         {"back back last enter new =甲 enter raise", "標準の記号/ [私/] | [甲]単位  |  !moved 私／甲"},
         {"back back last enter new =甲 enter raise lower undo", "標準の記号/ [私/] | [甲]単位  |  !undone: moved 私／甲"},
         {"back back last enter raise", "標準の記号/ [私/] | [単位] | ℃ "},
@@ -283,9 +282,18 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
          "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:新/矢/甲 !there is no title 新／矢／甲; once more to make it"},
         {"tab last copy clear =新/矢/甲 enter enter search =◆ show found", "[新/]標準の記号/ 私/  | [矢/] | [甲] | [◆] =黒ひし形"},
         {"tab last copy clear =新/矢/甲 enter enter undo",
-         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !undone: made the symbol file 新"},
+         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 !undone: added 1 symbol to 新／矢／甲"},
         {"tab last copy clear =私 complete complete", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:私/単位"},
         {"tab last copy next next prev", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:私／単位"},
+        // What was made for something that cannot be done goes again.
+        {"back back last enter move clear =私/単位/新/古 enter",
+         "標準の記号/ [私/] | [単位] | ℃  move below:私/単位/新/古 !私／単位 cannot be moved below itself"},
+        {"tab last copy clear =裸 enter",
+         "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形 copy to:裸 !symbols stand in the titles of a set: 裸／TITLE"},
+        {"tab last copy clear =乙/一/二/三/四/五/六/七/八/九/十 enter enter back", "[標準の記号/]私/  | [図/]矢印  | 5:[◆] =黒ひし形"},
+        {"back back last enter rename clear =丁 enter", "標準の記号/ [私/] | [丁] | ℃  !renamed 私／単位 to 私／丁"},
+        {"sets rename", "[標準の記号/]私/  | 図/ 矢印  !標準の記号 cannot be changed; its symbols can be copied to a title of your own"},
+        {"search =zzz", " ?zzz !nothing is found"},
         // Symbols that are typed, by the cursor or at the end.
         {"back back last enter enter add =× =1-90 enter",
          "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 add symbols:×1-90 !4 characters cannot be stored, so nothing is; word 1, column 2: '1' "
@@ -306,10 +314,6 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
         run(picking, row.script);
         EXPECT_EQ(drawn(picking), row.drawn) << row.script;
     }
-    Shelf all = shelf();
-    Picking picking(all);
-    run(picking, "back back last remove undo");
-    EXPECT_TRUE(drawn(picking).ends_with("once more to do it all the same")) << drawn(picking);
 }
 
 /** On a page of more than nine items a digit may be the first of two. */
@@ -433,6 +437,17 @@ TEST_F(PickingTest, bounds_what_is_typed) {
     EXPECT_EQ(picking.view(1).message, "that is too long; the end of it is left out");
     run(picking, "enter");
     EXPECT_EQ(picking.view(1).message.substr(0, 40), "these are more symbols than a title can ");
+}
+
+/** A key that forgets a recent pick must not come to a set. */
+TEST_F(PickingTest, stays_among_the_recent_picks) {
+    Shelf all = shelf();
+    all.note({to_sjis("●"), to_sjis("○"), to_sjis("★")});
+    Picking picking(all, "最近");
+    run(picking, "next remove");
+    EXPECT_EQ(drawn(picking), "[最近]標準の記号/ 私/  | ★ [●] =黒丸 !○ is no recent pick any more");
+    run(picking, "remove remove remove");
+    EXPECT_EQ(drawn(picking, 1), "[標準の記号/]私/  !標準の記号 cannot be changed; its symbols can be copied to a title of your own");
 }
 
 TEST_F(PickingTest, says_which_sets_are_read_only) {
