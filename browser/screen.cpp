@@ -4,6 +4,8 @@
 #include <unicode/uchar.h>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 #include "picker/text.h"
 
@@ -84,49 +86,94 @@ void Screen::put(std::size_t row, std::size_t column, std::string_view utf8, std
     for (; column < end; ++column) line[column] = {" ", style, true};
 }
 
+/** Draws characters, and knows how it leaves the terminal. */
+class Screen::Pen {
+  public:
+    explicit Pen(const TerminalWords &words) : words_(&words) {}
+
+    void draw(std::size_t row, std::size_t column, const Cell &cell) {
+        if (cell.text.empty()) return;
+        if (!is_in(row) || column_ != column) bytes_ += words_->to_place(row, column);
+        change(cell.style);
+        if (!cell.certain) {
+            // It may be drawn in one of its two cells: both are blanked first.
+            bytes_ += "  " + words_->to_place(row, column);
+        }
+        bytes_ += cell.text;
+        row_.reset();
+        if (cell.certain) row_ = row;
+        column_ = column + cells_of(cell.text);
+    }
+
+    /** Whether the terminal's cursor is in a row, at column(), whatever widths it knows. */
+    bool is_in(std::size_t row) const { return row_ == row; }
+    std::size_t column() const { return column_; }
+
+    void change(Style style) {
+        const std::string *const styles[] = {&words_->plain, &words_->chosen, &words_->heading,
+                                             &words_->faint};
+        if (style != style_) bytes_ += *styles[static_cast<std::size_t>(style)];
+        style_ = style;
+    }
+
+    /** A pen that goes on where this one is. */
+    Pen next() const {
+        Pen pen(*words_);
+        pen.row_ = row_;
+        pen.column_ = column_;
+        pen.style_ = style_;
+        return pen;
+    }
+
+    /** Takes over what a pen did that went on from here. */
+    void add(const Pen &pen) {
+        bytes_ += pen.bytes_;
+        row_ = pen.row_;
+        column_ = pen.column_;
+        style_ = pen.style_;
+    }
+
+    const std::string &bytes() const { return bytes_; }
+
+  private:
+    const TerminalWords *words_;
+    std::optional<std::size_t> row_;
+    std::size_t column_ = 0;
+    Style style_ = Style::plain;
+    std::string bytes_;
+};
+
 std::string Screen::update(const TerminalWords &words) {
     std::string bytes;
     if (!known_) {
         bytes = words.plain + words.clear;
         shown_.assign(rows_, Row(columns_));
     }
-    for (std::size_t row = 0; row < rows_; ++row) update_row(row, words, bytes);
+    Pen pen(words);
+    for (std::size_t row = 0; row < rows_; ++row) update_row(row, pen);
+    pen.change(Style::plain);
     known_ = true;
-    return bytes;
+    return bytes + pen.bytes();
 }
 
-void Screen::update_row(std::size_t row, const TerminalWords &words, std::string &bytes) {
-    Row &wanted = wanted_[row], &shown = shown_[row];
-    const auto differs = std::ranges::mismatch(wanted, shown).in1;
-    if (differs == wanted.end()) return;
-    auto begin = static_cast<std::size_t>(differs - wanted.begin());
-    std::size_t end = columns_;
-    while (wanted[end - 1] == shown[end - 1]) --end;
-    // Half of a character cannot be drawn over.
-    const auto is_second = [&](std::size_t at) {
-        return at < columns_ && (wanted[at].text.empty() || shown[at].text.empty());
-    };
-    while (begin > 0 && is_second(begin)) --begin;
-    while (is_second(end)) ++end;
-
-    const std::string *const styles[] = {&words.plain, &words.chosen, &words.heading, &words.faint};
-    bool placed = false;
-    Style style = Style::plain;
-    for (std::size_t column = begin; column < end; ++column) {
+void Screen::update_row(std::size_t row, Pen &pen) {
+    const Row &wanted = wanted_[row];
+    for (std::size_t column = 0; column < columns_; ++column) {
+        // Where the second cell of a character differs its first one does.
         const Cell &cell = wanted[column];
-        if (cell.text.empty()) continue;
-        if (!placed) bytes += words.to_place(row, column);
-        if (cell.style != style) bytes += *styles[static_cast<std::size_t>(cell.style)];
-        style = cell.style;
-        if (!cell.certain) {
-            // It may be drawn in one of its two cells: both are blanked first.
-            bytes += "  " + words.to_place(row, column);
+        if (cell == shown_[row][column] || cell.text.empty()) continue;
+        // What is equal is passed over, or drawn once more where that takes fewer bytes.
+        Pen over = pen.next();
+        over.draw(row, column, cell);
+        if (pen.is_in(row)) {
+            Pen through = pen.next();
+            for (std::size_t at = pen.column(); at <= column; ++at)
+                through.draw(row, at, wanted[at]);
+            if (through.bytes().size() < over.bytes().size()) over = std::move(through);
         }
-        bytes += cell.text;
-        placed = cell.certain;
+        pen.add(over);
     }
-    if (style != Style::plain) bytes += words.plain;
-    shown = wanted;
+    shown_[row] = wanted;
 }
 
 } // namespace kigou

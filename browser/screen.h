@@ -64,8 +64,9 @@ class Screen {
         bool operator==(const Cell &) const = default;
     };
     using Row = std::vector<Cell>;
+    class Pen;
 
-    void update_row(std::size_t row, const TerminalWords &words, std::string &bytes);
+    void update_row(std::size_t row, Pen &pen);
 
     std::size_t rows_ = 0, columns_ = 0;
     std::vector<Row> wanted_, shown_;

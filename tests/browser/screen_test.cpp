@@ -32,11 +32,32 @@ TEST(screen, sends_what_differs_and_relies_on_no_width) {
         {"→→→", 5, Style::plain, "<0,0>  <0,0>→<0,2>  <0,2>→<0,4>~"},
         {"\x1b[2J\u202e\u0301", 8, Style::plain, "<0,0>?[2J??  "},
         {"", 8, Style::plain, "<0,0>      "},
+        {"a      z", 8, Style::plain, "<0,0>a<0,7>z"},
+        {"b    c z", 8, Style::plain, "<0,0>b    c"},
+        {"→   c y", 8, Style::plain, "<0,0>  <0,0>→<0,7>y"},
+        {"★bあ  y", 8, Style::plain, "<0,0>  <0,0>★<0,2>bあ "},
+        {"○bい  z", 8, Style::plain, "<0,0>  <0,0>○<0,3>い  z"},
+        {"a→b→c", 8, Style::plain, "<0,0>a  <0,1>→<0,3>b  <0,4>→<0,6>c "},
+        {"x→b→y", 8, Style::plain, "<0,0>x<0,6>y"},
+        {"xああ y", 8, Style::plain, "<0,1>ああ "},
+        {"zああ z", 8, Style::plain, "<0,0>z<0,6>z"},
     };
     for (const auto &row : rows) {
         screen.put(0, 0, row.text, row.cells, row.style);
         EXPECT_EQ(screen.update(words), row.bytes) << row.text;
     }
+    // What is drawn once more counts with its style.
+    for (const char *ends : {"ab", "xy"}) {
+        screen.put(1, 0, {ends, 1}, 1, Style::faint);
+        screen.put(1, 1, "-", 1);
+        screen.put(1, 2, {ends + 1, 1}, 1, Style::faint);
+        const std::string bytes = *ends == 'a' ? "a[plain]-[faint]b" : "x<1,2>y";
+        EXPECT_EQ(screen.update(words), "<1,0>[faint]" + bytes + "[plain]");
+    }
+    // A style lasts from row to row.
+    screen.put(0, 0, "1", 1, Style::faint);
+    screen.put(1, 1, "2", 1, Style::faint);
+    EXPECT_EQ(screen.update(words), "<0,0>[faint]1<1,1>2[plain]");
     screen.put(9, 0, "x", 1);
     screen.put(0, 9, "x", 1);
     EXPECT_EQ(screen.update(words), "");
