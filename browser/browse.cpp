@@ -24,7 +24,7 @@ bool is_typed(const Key &key) {
 class Browser {
   public:
     Browser(Shelf &shelf, int terminal, const BrowseStart &start)
-        : terminal_(terminal), picking_(shelf, start.path) {
+        : shelf_(shelf), terminal_(terminal), picking_(shelf, start.path) {
         picking_.offer(start.leftovers);
     }
 
@@ -71,7 +71,9 @@ class Browser {
     /** Keys that are there, once there is one; none when there is something else to look at. */
     std::vector<Key> read() {
         std::vector<Key> keys;
-        reader_.take(terminal_.read(look_again));
+        // While nothing is typed the search is made ready.
+        const bool busy = shelf_.prepare_index();
+        reader_.take(terminal_.read(busy ? 0 : look_again));
         while (auto key = reader_.next(false)) keys.push_back(std::move(*key));
         if (reader_.is_empty()) return keys;
         reader_.take(terminal_.read(escape_wait));
@@ -109,6 +111,7 @@ class Browser {
         }
     }
 
+    Shelf &shelf_;
     Terminal terminal_;
     Picking picking_;
     Screen screen_;

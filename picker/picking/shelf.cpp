@@ -36,6 +36,7 @@ void Shelf::refresh() {
                   [](const auto &set) { return identity_of(set.first) != set.second->identity(); });
     recent_ = recents_.read().symbols;
     indexed_ = false;
+    prepared_ = 0;
 }
 
 Shelf::Identities Shelf::identities() const {
@@ -73,6 +74,15 @@ std::shared_ptr<const Snapshot> Shelf::snapshot(const std::string &path) const {
 const SearchIndex &Shelf::index() const {
     if (!std::exchange(indexed_, true)) index_.refresh(found_);
     return index_;
+}
+
+bool Shelf::prepare_index() const {
+    if (!indexed_ && prepared_ < found_.sets.size()) {
+        index_.read_ahead(found_.sets[prepared_++]);
+        return true;
+    }
+    index();
+    return false;
 }
 
 std::string Shelf::note(const std::vector<Sjis> &picks) {

@@ -2,6 +2,7 @@
 #ifndef KIGOU_PICKER_PICKING_SHELF_H
 #define KIGOU_PICKER_PICKING_SHELF_H
 
+#include <cstddef>
 #include <map>
 #include <memory>
 #include <optional>
@@ -48,6 +49,12 @@ class Shelf {
     /** Made when it is first asked for, which takes as long as all sets are large. */
     const SearchIndex &index() const;
 
+    /**
+     * Does a part of what makes the index, the reading of one set at most, for one who has time.
+     * @return whether there is more to do
+     */
+    bool prepare_index() const;
+
     /** Recent picks as they were at the last look, newest first. */
     const std::vector<Sjis> &recent() const { return recent_; }
 
@@ -73,6 +80,7 @@ class Shelf {
     mutable std::map<std::string, std::shared_ptr<const Snapshot>> read_;
     mutable SearchIndex index_;
     mutable bool indexed_ = false;
+    mutable std::size_t prepared_ = 0; /**< sets that were read for the next index */
 };
 
 } // namespace kigou

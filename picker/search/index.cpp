@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <iterator>
 #include <set>
 #include <unordered_map>
 #include <utility>
@@ -100,21 +101,20 @@ SearchIndex::SearchIndex(SearchIndex &&other) noexcept = default;
 SearchIndex &SearchIndex::operator=(SearchIndex &&other) noexcept = default;
 
 void SearchIndex::refresh(const SetFiles &sets) {
-    std::unordered_map<std::string, std::unique_ptr<File>> known;
     std::vector<const File *> before, after;
-    for (std::unique_ptr<File> &file : files_) {
-        before.push_back(file.get());
-        std::string path = file->path;
-        known.emplace(std::move(path), std::move(file));
-    }
-    files_.clear();
+    for (const auto &file : files_) before.push_back(file.get());
+    // The old ones live to the end, so none of the new has the place of one.
+    std::vector<std::unique_ptr<File>> old = std::exchange(files_, {});
+    std::ranges::move(std::exchange(ahead_, {}), std::back_inserter(old));
+    std::unordered_map<std::string, std::unique_ptr<File> *> known;
+    for (auto &file : old) known.insert_or_assign(file->path, &file);
     not_searched_ = sets.spoilt;
     std::set<Sjis> seen;
     for (const SetFile &set : sets.sets) {
         if (!seen.insert(set.title.sjis).second) continue;
-        const auto old = known.find(set.path);
-        if (old != known.end() && old->second && old->second->holds(set)) {
-            files_.push_back(std::move(old->second));
+        const auto file = known.find(set.path);
+        if (file != known.end() && *file->second && (*file->second)->holds(set)) {
+            files_.push_back(std::move(*file->second));
             continue;
         }
         try {
@@ -123,9 +123,18 @@ void SearchIndex::refresh(const SetFiles &sets) {
             not_searched_.push_back({set.path, failure.what()});
         }
     }
-    // The old ones still live, so none of the new has the place of one.
     for (const auto &file : files_) after.push_back(file.get());
     if (after != before || posted_.empty()) index_symbols();
+}
+
+void SearchIndex::read_ahead(const SetFile &set) {
+    const auto holds = [&](const auto &file) { return file->path == set.path && file->holds(set); };
+    if (std::ranges::any_of(files_, holds)) return;
+    try {
+        ahead_.push_back(std::make_unique<File>(set));
+    } catch (const Failure &) {
+        // The refresh tells of it.
+    }
 }
 
 void SearchIndex::index_symbols() {
@@ -180,31 +189,25 @@ bool SearchIndex::is_within(TitleNumber title, std::span<const unsigned char> pa
     return std::ranges::equal(own, path) || lies_below(own, path);
 }
 
-std::span<const unsigned short> SearchIndex::symbols(TitleNumber title) const {
-    const auto [file, number] = file_of(title);
-    return file->symbols[number];
-}
-
 std::span<const TitleNumber> SearchIndex::titles_with(unsigned short code) const {
     if (posted_.empty()) return {};
     return std::span(titles_).subspan(posted_[code], posted_[code + 1U] - posted_[code]);
 }
 
-std::vector<TitleNumber> SearchIndex::titles_holding(std::string_view part) const {
-    std::vector<TitleNumber> found;
-    if (part.empty()) return found;
+void SearchIndex::titles_holding(std::string_view part,
+                                 const std::function<void(const HeldTitle &)> &take) const {
+    if (part.empty()) return;
     for (std::size_t i = 0; i < files_.size(); ++i) {
         const File &file = *files_[i];
         const std::string_view paths = as_text(file.folded_paths.all());
         for (auto at = paths.find(part); at != std::string_view::npos;) {
             const std::size_t number = file.folded_paths.piece_of(at);
-            found.push_back(start_[i] + static_cast<TitleNumber>(number));
-            const std::size_t next =
-                file.folded_paths.begin_of(number) + file.folded_paths[number].size();
-            at = paths.find(part, next);
+            const auto line = file.folded_paths[number];
+            take({start_[i] + static_cast<TitleNumber>(number),
+                  as_text(line.first(line.size() - 1)), file.symbols[number]});
+            at = paths.find(part, file.folded_paths.begin_of(number) + line.size());
         }
     }
-    return found;
 }
 
 } // namespace kigou

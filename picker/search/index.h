@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -17,6 +18,13 @@ namespace kigou {
 
 /** A title of a set that is in the index; the number holds until the next refresh. */
 using TitleNumber = std::uint32_t;
+
+/** A title and what stands under it, until the next refresh. */
+struct HeldTitle {
+    TitleNumber number;
+    std::string_view folded_path;
+    std::span<const unsigned short> symbols; /**< in their order; one may stand twice */
+};
 
 class SearchIndex {
   public:
@@ -31,6 +39,12 @@ class SearchIndex {
      * first is in it, as it hides the others.
      */
     void refresh(const SetFiles &sets);
+
+    /**
+     * Reads one set before a refresh, which need not read it then; nothing else changes. One that
+     * cannot be read is left to the refresh.
+     */
+    void read_ahead(const SetFile &set);
 
     /** Sets that could not be read, and why. The others are in it all the same. */
     const std::vector<SpoiltFile> &not_searched() const { return not_searched_; }
@@ -47,14 +61,12 @@ class SearchIndex {
     /** Whether a title has that full path, in Shift_JIS, or lies below it. */
     bool is_within(TitleNumber title, std::span<const unsigned char> path) const;
 
-    /** Symbols of a title in their order, as codes of Shift_JIS; one may stand twice. */
-    std::span<const unsigned short> symbols(TitleNumber title) const;
-
     /** Titles that hold a symbol, in the order of the sets and of the titles in them. */
     std::span<const TitleNumber> titles_with(unsigned short code) const;
 
-    /** Titles whose path holds a text that is folded too. */
-    std::vector<TitleNumber> titles_holding(std::string_view part) const;
+    /** Gives out the titles whose path holds a text that is folded too, in their order. */
+    void titles_holding(std::string_view part,
+                        const std::function<void(const HeldTitle &)> &take) const;
 
     /** All symbols, each once, in the order in which they come in the sets. */
     std::span<const unsigned short> all_symbols() const { return in_order_; }
@@ -66,7 +78,7 @@ class SearchIndex {
     /** The file of a title, and its number there. */
     std::pair<const File *, std::size_t> file_of(TitleNumber title) const;
 
-    std::vector<std::unique_ptr<File>> files_;
+    std::vector<std::unique_ptr<File>> files_, ahead_;
     std::vector<TitleNumber> start_{0}; /**< of the titles of each file, and behind the last */
     std::vector<std::uint32_t> posted_; /**< for each code where its titles begin, and an end */
     std::vector<TitleNumber> titles_;

@@ -196,11 +196,11 @@ class Search {
 
     void rank_words(const std::string &text, Ranks &ranks) {
         rank_by_terms(text, ranks);
-        for (const TitleNumber title : index_.titles_holding(text)) {
-            if (searched_ && !(*searched_)[title]) continue;
-            const Rank rank = rank_of_path(index_.folded_path(title), text);
-            for (const unsigned short code : index_.symbols(title)) ranks.add(code, rank);
-        }
+        index_.titles_holding(text, [&](const HeldTitle &title) {
+            if (searched_ && !(*searched_)[title.number]) return;
+            const Rank rank = rank_of_path(title.folded_path, text);
+            for (const unsigned short code : title.symbols) ranks.add(code, rank);
+        });
     }
 
     void rank(const std::string &typed) {
@@ -265,11 +265,12 @@ class Search {
     }
 
     void add_near_titles(const std::string &typed) {
+        if (!is_long_for_a_slip(typed)) return;
         for (TitleNumber title = 0; title < index_.size() && result_.meant.size() < most_meant;
              ++title) {
             const std::string_view path = index_.folded_path(title);
             const auto slash = path.rfind('/');
-            if (is_long_for_a_slip(typed) && differ_by_one(path.substr(slash + 1), typed))
+            if (differ_by_one(path.substr(slash + 1), typed))
                 result_.meant.push_back(index_.path(title));
         }
     }

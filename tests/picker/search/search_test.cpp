@@ -73,6 +73,24 @@ TEST_F(Index, follows_the_files) {
     EXPECT_EQ(found(index, "ほし").substr(0, 12), "; elsewhere ");
 }
 
+TEST_F(Index, reads_ahead_and_sees_what_changed_since) {
+    workspace.put("a.kig", symbol_file("甲", block("図", "→\n")));
+    workspace.put("b.kig", symbol_file("乙", block("図", "★\n")));
+    workspace.put("c.kig", symbol_file("丙", block("図", "★\n")));
+    const SetFiles before = sets();
+    std::filesystem::remove(workspace.program / "c.kig");
+    for (const SetFile &set : before.sets) index.read_ahead(set);
+    EXPECT_EQ(index.size(), 0U);
+    workspace.put("a.kig", symbol_file("甲", block("図", "☆\n")));
+    refresh();
+    EXPECT_EQ(found(index, "ほし"), "☆★");
+    EXPECT_EQ(index.size(), 2U);
+    for (const SetFile &set : before.sets) index.read_ahead(set);
+    EXPECT_EQ(found(index, "ほし"), "☆★");
+    index.refresh(before);
+    EXPECT_EQ(index.not_searched().size(), 1U);
+}
+
 TEST_F(Index, holds_every_symbol_of_odd_files) {
     std::size_t compared = 0;
     for (std::uint64_t seed = 0; seed < 100; ++seed) {
