@@ -1,17 +1,13 @@
 // How the costs of the core of the front ends grow: with titles, files, symbols and what is
 // typed. Reading and converting the same bytes stands beside them as what must be paid anyway.
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
 #include <chrono>
-#include <filesystem>
-#include <fstream>
-#include <stdexcept>
 #include <string>
 #include <thread>
 
+#include "bench/scratch_sets.h"
 #include "picker/check.h"
-#include "picker/disk_form.h"
 #include "picker/editing.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
@@ -23,51 +19,7 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using namespace kigou;
-
-/** Scratch folders of a person. */
-class Folders {
-  public:
-    Folders() {
-        std::string name = (fs::temp_directory_path() / "accsym-bench-XXXXXX").string();
-        if (!mkdtemp(name.data())) throw std::runtime_error("no scratch directory");
-        root_ = name;
-        fs::create_directory(root_ / "program");
-        fs::create_directory(root_ / "common");
-    }
-    ~Folders() { fs::remove_all(root_); }
-    Folders(const Folders &) = delete;
-    Folders &operator=(const Folders &) = delete;
-
-    Directories directories() const {
-        return {root_ / "program", root_ / "common", root_ / "common"};
-    }
-    std::string put(const std::string &name, const std::string &utf8) const {
-        const Sjis disk = disk_form(to_sjis(utf8));
-        const fs::path path = root_ / "common" / name;
-        std::ofstream(path, std::ios::binary)
-            .write(reinterpret_cast<const char *>(disk.data()),
-                   static_cast<std::streamsize>(disk.size()));
-        return path;
-    }
-
-  private:
-    fs::path root_;
-};
-
-const std::string rule = std::string(40, '-') + "\n";
-
-/** A set in UTF-8: titles at two levels, with ten symbols each. */
-std::string set_of_titles(const std::string &file, std::int64_t titles) {
-    std::string text = "〈記号〉\n名称=" + file + "\n";
-    for (std::int64_t i = 0; i < titles; ++i) {
-        const std::string path =
-            "題" + std::to_string(i / 10) + (i % 10 ? "／" + std::to_string(i % 10) : "");
-        text += "［" + path + "］\n" + rule + "→←↑↓☆★○●◎◇\n" + rule;
-    }
-    return text;
-}
 
 void read_and_convert(benchmark::State &state) {
     const Folders folders;
