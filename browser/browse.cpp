@@ -13,6 +13,7 @@ namespace kigou {
 namespace {
 
 constexpr int escape_wait = 50;  // milliseconds until an escape is one by itself
+constexpr int rest_wait = 2000;  // the same until the rest of a sequence or a paste is given up
 constexpr int look_again = 1000; // milliseconds between looks at what other programs do
 constexpr std::size_t most_columns = 8;
 
@@ -43,7 +44,9 @@ class Browser {
                 }
                 press(key);
             }
-            if (!keys.empty() || resized() || picking_.look()) draw();
+            const bool away = terminal_.was_away();
+            if (away) screen_.forget();
+            if (!keys.empty() || away || resized() || picking_.look()) draw();
         }
         return picking_.picks();
     }
@@ -61,11 +64,13 @@ class Browser {
         }
         view_ = picking_.view(most_columns);
         if (help_) {
-            help_end_ = *help_ + draw_help(key_help(), *help_, screen_);
+            help_end_ = *help_ + draw_help(key_help(screen_.columns()), *help_, screen_);
         } else {
             drawn_ = kigou::draw(view_, key_hints(view_), screen_);
         }
-        terminal_.write(screen_.update(terminal_.words()));
+        // Input methods show what is not yet a character where the cursor is.
+        terminal_.write(screen_.update(terminal_.words()) +
+                        terminal_.words().to_place(drawn_.row, drawn_.column));
     }
 
     /** Keys that are there, once there is one; none when there is something else to look at. */
@@ -75,16 +80,24 @@ class Browser {
         const bool busy = shelf_.prepare_index();
         reader_.take(terminal_.read(busy ? 0 : look_again));
         while (auto key = reader_.next(false)) keys.push_back(std::move(*key));
-        if (reader_.is_empty()) return keys;
-        reader_.take(terminal_.read(escape_wait));
-        while (auto key = reader_.next(true)) keys.push_back(std::move(*key));
+        for (std::string more = "more"; reader_.rest() != KeyReader::Rest::nothing;) {
+            const bool escape = reader_.rest() == KeyReader::Rest::escape;
+            more = terminal_.read(escape ? escape_wait : rest_wait);
+            reader_.take(more);
+            // A paste that never ends is dropped: nobody typed it.
+            const bool waited = more.empty();
+            if (waited && reader_.rest() == KeyReader::Rest::paste) reader_ = KeyReader();
+            while (auto key = reader_.next(waited)) keys.push_back(std::move(*key));
+        }
         return keys;
     }
 
     void press(const Key &key) {
         if (help_) {
-            const bool leaves = key.name == KeyName::escape || as_command(key.text) == "q";
-            const bool more = help_end_ < key_help().size() && !leaves;
+            const bool interrupt = key.name == KeyName::control && key.text == "c";
+            const bool leaves =
+                interrupt || key.name == KeyName::escape || as_command(key.text) == "q";
+            const bool more = help_end_ < key_help(screen_.columns()).size() && !leaves;
             help_ = more ? std::optional(help_end_) : std::nullopt;
             return;
         }
@@ -97,7 +110,7 @@ class Browser {
 
     /** To an item of the current column; a second click enters it. One in a column before: back. */
     void click(const Key &key) {
-        for (const DrawnItem &column : drawn_) {
+        for (const DrawnItem &column : drawn_.columns) {
             if (key.column < column.column || key.column >= column.column + column.cells) continue;
             const ViewColumn &items = view_.columns[column.number];
             if (key.row == 0 || key.row > items.items.size()) return;
@@ -117,7 +130,7 @@ class Browser {
     Screen screen_;
     KeyReader reader_;
     View view_;
-    std::vector<DrawnItem> drawn_;
+    Drawn drawn_;
     std::optional<std::size_t> help_; /**< the first line of the help that is shown */
     std::size_t help_end_ = 0;
 };

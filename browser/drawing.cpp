@@ -107,9 +107,12 @@ std::string end_of(const std::string &text, std::size_t cells) {
     return end;
 }
 
-void draw_heading(const View &view, Screen &screen) {
+/** @return where what is looked for is typed */
+std::size_t draw_heading(const View &view, Screen &screen) {
     const ViewColumn &column = view.columns[view.current];
-    const std::string path = column.path.empty() ? "all sets" : column.path;
+    const bool sets =
+        view.current == 0 && !column.items.empty() && column.items.front().kind != ItemKind::title;
+    const std::string path = !column.path.empty() ? column.path : sets ? "all sets" : "(no title)";
     const std::string mark = column.read_only ? "  (read-only)" : "";
     std::string place;
     if (column.cursor) {
@@ -118,38 +121,67 @@ void draw_heading(const View &view, Screen &screen) {
     }
     const std::size_t room = screen.columns();
     const std::size_t left = place.size() + 1 < room ? room - place.size() - 1 : room;
+    std::size_t typed_at = 0;
     if (view.searching) {
-        screen.put(0, 0, "find: " + end_of(view.query, left > 7 ? left - 7 : 1) + "_", left,
-                   Style::heading);
+        const std::string typed = "find: " + end_of(view.query, left > 7 ? left - 7 : 1);
+        screen.put(0, 0, typed + "_", left, Style::heading);
+        typed_at = kigou::cells_of(typed);
     } else {
         screen.put(0, 0, end_of(path, left > mark.size() ? left - mark.size() : 1) + mark, left,
                    Style::heading);
     }
     screen.put(0, left + 1, place, place.size(), Style::faint);
+    return typed_at;
 }
 
-/** The line of a question, a message or the picks; a long message takes the one above too. */
-void draw_line(const View &view, std::size_t row, Screen &screen) {
+/** A text in lines of so many cells, cut at blanks where there are some. */
+std::vector<std::string> lines_of(const std::string &text, std::size_t cells) {
+    std::vector<std::string> lines;
+    std::string rest = text;
+    while (kigou::cells_of(rest) > cells) {
+        std::string line;
+        std::size_t blank = 0;
+        for (const char32_t character : to_characters(rest)) {
+            const std::string next = line + to_utf8(character);
+            if (kigou::cells_of(next) > cells) break;
+            if (character == U' ') blank = line.size();
+            line = next;
+        }
+        if (line.empty()) break; // not even one fits
+        if (blank != 0) line.resize(blank);
+        lines.push_back(line);
+        rest.erase(0, line.size() + (blank != 0 ? 1 : 0));
+    }
+    lines.push_back(rest);
+    return lines;
+}
+
+/** Draws a text whose last line is to be in that row. */
+void draw_upwards(const std::string &text, std::size_t row, Screen &screen) {
+    std::vector<std::string> lines = lines_of(text, screen.columns());
+    while (lines.size() > row) lines.pop_back(); // the first row stays
+    for (std::size_t i = 0; i < lines.size(); ++i) {
+        screen.put(row + 1 - lines.size() + i, 0, lines[i], screen.columns());
+    }
+}
+
+/** The lines of a question, a message or the picks. @return where an answer is typed */
+std::size_t draw_line(const View &view, std::size_t row, Screen &screen) {
     const std::size_t room = screen.columns();
     if (!view.asking.empty()) {
         const std::string question = view.asking + ": ";
         const std::size_t taken = kigou::cells_of(question) + 1;
-        screen.put(row, 0, question + end_of(view.answer, room > taken ? room - taken : 1) + "_",
-                   room);
-        if (!view.message.empty()) screen.put(row - 1, 0, view.message, room);
-        return;
+        const std::string line = question + end_of(view.answer, room > taken ? room - taken : 1);
+        screen.put(row, 0, line + "_", room);
+        if (!view.message.empty()) draw_upwards(view.message, row - 1, screen);
+        return kigou::cells_of(line);
     }
     if (view.message.empty()) {
-        return screen.put(row, 0, view.picks.empty() ? "" : "taken: " + view.picks, room);
+        screen.put(row, 0, view.picks.empty() ? "" : "taken: " + view.picks, room);
+    } else {
+        draw_upwards(view.message, row, screen);
     }
-    std::string first, rest;
-    for (const char32_t character : to_characters(view.message)) {
-        const std::string next = to_utf8(character);
-        const bool fits = rest.empty() && kigou::cells_of(first + next) <= room;
-        (fits ? first : rest) += next;
-    }
-    if (!rest.empty()) screen.put(row - 1, 0, first, room);
-    screen.put(row, 0, rest.empty() ? first : rest, room);
+    return 0;
 }
 
 } // namespace
@@ -158,12 +190,11 @@ std::size_t item_rows(std::size_t screen_rows) {
     return screen_rows > other_rows + 1 ? screen_rows - other_rows - 1 : 1;
 }
 
-std::vector<DrawnItem> draw(const View &view, const std::vector<std::string> &hints,
-                            Screen &screen) {
+Drawn draw(const View &view, const std::vector<std::string> &hints, Screen &screen) {
     screen.clear();
     const std::size_t room = screen.columns(), rows = screen.rows();
-    draw_heading(view, screen);
-    std::vector<DrawnItem> drawn;
+    Drawn done{{}, 0, draw_heading(view, screen)};
+    std::vector<DrawnItem> &drawn = done.columns;
     if (view.searching) {
         drawn.push_back({0, room, 0});
     } else {
@@ -183,16 +214,26 @@ std::vector<DrawnItem> draw(const View &view, const std::vector<std::string> &hi
         draw_column(view.columns[column.number], column.column, column.cells,
                     column.number == view.current, view.searching, screen);
     }
-    if (rows < other_rows) return drawn;
+    const ViewColumn &current = view.columns[view.current];
+    if (!view.searching && current.cursor) {
+        const auto at = std::ranges::find(drawn, view.current, &DrawnItem::number);
+        done.row = 1 + *current.cursor;
+        done.column = at == drawn.end() ? 0 : at->column + number_cells(current);
+    }
+    if (rows < other_rows) return done;
     if (view.symbol) draw_symbol(*view.symbol, rows - 3, screen);
-    draw_line(view, rows - 2, screen);
+    const std::size_t typed_at = draw_line(view, rows - 2, screen);
+    if (!view.asking.empty()) {
+        done.row = rows - 2;
+        done.column = typed_at;
+    }
     std::string line_of_hints;
     for (const std::string &hint : hints) {
         const std::string more = (line_of_hints.empty() ? "" : "  ") + hint;
         if (line_of_hints.size() + more.size() < room) line_of_hints += more;
     }
     screen.put(rows - 1, 0, line_of_hints, room - 1, Style::faint);
-    return drawn;
+    return done;
 }
 
 std::size_t draw_help(const std::vector<std::string> &lines, std::size_t from, Screen &screen) {

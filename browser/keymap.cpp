@@ -20,6 +20,8 @@ struct Binding {
     Own own = Own::none; /**< instead of the action */
 };
 
+constexpr std::size_t wide_enough = 80; // cells, for a key and what it does in one line
+
 constexpr Act none = Act::finish; // of the bindings of the browser's own
 
 constexpr Binding commands[] = {
@@ -152,9 +154,14 @@ Command command_of(const Key &key, KeyUse use) {
     return {};
 }
 
-std::vector<std::string> key_help() {
+std::vector<std::string> key_help(std::size_t cells) {
     std::vector<std::string> lines;
     const auto add = [&](std::string keys, const char *help) {
+        if (cells < wide_enough) {
+            lines.push_back(std::move(keys));
+            lines.push_back(std::string("  ") + help);
+            return;
+        }
         keys.resize(std::max<std::size_t>(keys.size() + 1, 20), ' ');
         lines.push_back("  " + keys + help);
     };
@@ -179,16 +186,18 @@ std::vector<std::string> key_hints(const View &view) {
         case KeyUse::answer:
             return {"Enter do it", "Esc leave it", "Up Down choose", "Tab complete"};
         case KeyUse::search:
-            return {"type to find", "Enter go there", "Space take", "F5 copy", "Esc back"};
+            return {"Enter go there", "Space take", "Esc back", "Tab blank", "F5 copy", "F1 help"};
         case KeyUse::commands:
             break;
     }
-    if (!view.number.empty()) return {"Enter item " + view.number, "0-9 go on", "Backspace", "Esc"};
+    if (!view.number.empty()) return {"Enter item " + view.number, "0-9 go on", "Esc leave it"};
     if (!view.picks.empty()) {
-        return {"q end with these", "Enter take and end", "Space take more", "Backspace give back"};
+        return {"q end with these", "Space take more", "Enter take, end", "? help",
+                "Backspace give back"};
     }
     std::vector<std::string> hints{"arrows move", "Enter take", "Space take more",
                                    "/ find",      "? help",     "q quit"};
+    if (view.can_undo) hints.emplace_back("u undo");
     if (!view.columns[view.current].read_only) hints.emplace_back("F7 new title");
     return hints;
 }

@@ -25,8 +25,8 @@ KeyUse use_of(const View &view);
 
 Command command_of(const Key &key, KeyUse use);
 
-/** Lines that tell all keys. */
-std::vector<std::string> key_help();
+/** Lines that tell all keys. @param cells  of a line; where it is narrow each key takes two */
+std::vector<std::string> key_help(std::size_t cells);
 
 /** The keys that are needed most for what is shown, the most needed first; each with its use. */
 std::vector<std::string> key_hints(const View &view);

@@ -11,7 +11,7 @@ namespace kigou {
 namespace {
 
 constexpr char escape = 0x1B;
-constexpr std::string_view paste_end = "\033[201~";
+constexpr std::string_view paste_begin = "\033[200~", paste_end = "\033[201~";
 
 const std::map<char, KeyName> by_letter{
     {'A', KeyName::up},   {'B', KeyName::down}, {'C', KeyName::right},    {'D', KeyName::left},
@@ -121,6 +121,12 @@ std::optional<Key> KeyReader::key_at(std::size_t begin, std::size_t &end, bool w
     std::string character = bytes_.substr(begin, end - begin);
     if (to_characters(character) == std::u32string(1, replacement_character)) return Key{};
     return Key{KeyName::text, std::move(character)};
+}
+
+KeyReader::Rest KeyReader::rest() const {
+    if (bytes_.empty()) return Rest::nothing;
+    if (bytes_.starts_with(paste_begin)) return Rest::paste;
+    return bytes_.size() == 1 && bytes_.front() == escape ? Rest::escape : Rest::sequence;
 }
 
 std::optional<Key> KeyReader::next(bool waited) {

@@ -62,7 +62,14 @@ class KeyReader {
      */
     std::optional<Key> next(bool waited);
 
-    bool is_empty() const { return bytes_.empty(); }
+    /** What there is to wait for. */
+    enum class Rest {
+        nothing,
+        escape,   /**< one by itself is a key, and soon known as one */
+        sequence, /**< the rest of one comes, however slow the line is */
+        paste     /**< likewise; none of it may be taken for keys */
+    };
+    Rest rest() const;
 
   private:
     std::optional<Key> sequence(std::size_t begin, std::size_t &end) const;

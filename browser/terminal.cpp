@@ -28,14 +28,18 @@ constexpr std::size_t usual_rows = 24, usual_columns = 80;
 constexpr const char *more_on = "\033[?1000h\033[?1006h\033[?2004h";
 constexpr const char *more_off = "\033[?2004l\033[?1006l\033[?1000l";
 
-volatile sig_atomic_t end_signal = 0;
-constexpr std::array<int, 3> end_signals{SIGINT, SIGTERM, SIGHUP};
+volatile sig_atomic_t end_signal = 0, stop_asked = 0, went_on = 0;
+constexpr std::array<int, 4> end_signals{SIGINT, SIGTERM, SIGHUP, SIGQUIT};
 
 extern "C" void note_end(int signal) {
     end_signal = signal;
 }
 
 extern "C" void note_resize(int) {}
+
+extern "C" void note_job(int signal) {
+    (signal == SIGTSTP ? stop_asked : went_on) = 1;
+}
 
 /** A string of the terminal's description; empty when it has none. */
 std::string word(const char *name) {
@@ -107,13 +111,31 @@ void Terminal::take_over() {
     raw.c_lflag &= static_cast<tcflag_t>(~(ICANON | ECHO | ISIG | IEXTEN));
     raw.c_cc[VMIN] = 1;
     raw.c_cc[VTIME] = 0;
+    raw_ = raw;
     tcsetattr(descriptor_, TCSADRAIN, &raw);
     struct sigaction action {};
     action.sa_handler = note_end; // without SA_RESTART: a read ends with it
     for (const int signal : end_signals) sigaction(signal, &action, nullptr);
     action.sa_handler = note_resize;
     sigaction(SIGWINCH, &action, nullptr);
+    action.sa_handler = note_job;
+    for (const int signal : {SIGTSTP, SIGCONT}) sigaction(signal, &action, nullptr);
     write(enter_);
+}
+
+bool Terminal::was_away() {
+    if (stop_asked != 0) {
+        stop_asked = 0;
+        write(leave_);
+        tcsetattr(descriptor_, TCSADRAIN, &before_);
+        raise(SIGSTOP);
+    }
+    if (went_on == 0) return false;
+    went_on = 0;
+    termios raw = raw_;
+    tcsetattr(descriptor_, TCSADRAIN, &raw);
+    write(enter_);
+    return true;
 }
 
 void Terminal::give_back() {
@@ -124,6 +146,7 @@ void Terminal::give_back() {
     }
     tcsetattr(descriptor_, TCSADRAIN, &before_);
     for (const int signal : end_signals) ::signal(signal, SIG_DFL);
+    for (const int signal : {SIGTSTP, SIGCONT}) ::signal(signal, SIG_DFL);
 }
 
 Terminal::Size Terminal::size() const {

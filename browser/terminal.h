@@ -51,12 +51,15 @@ class Terminal {
      */
     std::string read(int milliseconds);
 
+    /** Whether others may have written on it, since the process was stopped; once for each time. */
+    bool was_away();
+
   private:
     void take_over();
     void give_back();
 
     int descriptor_;
-    termios before_{};
+    termios before_{}, raw_{};
     TerminalWords words_;
     std::string enter_, leave_;
 };

@@ -84,10 +84,10 @@ Status run(const Context &context, const Options &options) {
         start = locate(find_sets(context.directories), options.path, options.file).title().text;
     }
     std::optional<PickFile> file;
-    if (options.pick_to) file.emplace(*options.pick_to);
+    if (options.pick_to && *options.pick_to != "-") file.emplace(*options.pick_to);
+    std::vector<Leftover> leftovers = sweep_leftovers(context.directories); // which changes files
     Shelf shelf(context.directories, Recents());
-    const std::vector<Sjis> picks =
-        picks_of(shelf, {start, sweep_leftovers(context.directories)}, options.plain);
+    const std::vector<Sjis> picks = picks_of(shelf, {start, std::move(leftovers)}, options.plain);
     if (const std::string trouble = shelf.note(picks); !trouble.empty()) complain(trouble);
     if (picks.empty()) {
         if (context.json && !file) std::cout << json_text(picks);
@@ -102,7 +102,7 @@ Status run(const Context &context, const Options &options) {
     if (file) {
         write_to(*file, text, symbols);
     } else {
-        std::cout << text;
+        if (!(std::cout << text << std::flush)) complain("taken: " + symbols); // main says why
     }
     return done ? Status::found : Status::incomplete;
 }

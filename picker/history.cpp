@@ -267,6 +267,15 @@ EditReport History::redo(const EditHooks &hooks) {
     return report;
 }
 
+void History::pass_over(bool redo) {
+    std::deque<Step> &steps = redo ? redo_ : undo_;
+    for (bool more = !steps.empty(); more;) {
+        const bool joined = steps.back().joined;
+        steps.pop_back();
+        more = !steps.empty() && (redo ? steps.back().joined : joined);
+    }
+}
+
 void History::clear() {
     undo_.clear();
     redo_.clear();

@@ -67,6 +67,9 @@ class History {
     /** Forgets what could be redone. */
     void forget_redo() { redo_.clear(); }
 
+    /** Forgets the step that undo, or redo, would take, with those that it is one with. */
+    void pass_over(bool redo);
+
     void clear();
 
   private:

@@ -34,7 +34,7 @@ void Picking::answer() {
                 "symbols stand in the titles of a set: " + typed + std::string(separator) + "TITLE";
             return;
         }
-        for (const std::string &near : did_you_mean(nearest(own_titles(true), typed, 1))) {
+        for (const std::string &near : did_you_mean(nearest(own_titles(false), typed, 1))) {
             message_ += "; " + near;
         }
         asking_->missing = asked.answer;
@@ -127,11 +127,18 @@ std::string Picking::told_beside(const Sjis &text, const std::string &title) con
 
 void Picking::keep_leftover(const std::string &name) {
     Recovered recovered = recover(leftovers_.front().path);
+    const Sjis as_left = recovered.text;
     recovered.rename(new_file_title(name));
     keep_recovered(shelf_.directories(), recovered, SetEdits::hooks());
     remove_leftover(leftovers_.front().path);
     const std::string title = std::exchange(leftovers_.front().title, {});
     leftovers_.pop_front();
+    // One that was killed in its save has left the same in two files.
+    std::erase_if(leftovers_, [&](const Leftover &other) {
+        const bool same = recover(other.path).text == as_left;
+        if (same) remove_leftover(other.path);
+        return same;
+    });
     tell("kept as " + name + told_beside(recovered.text, title));
     const std::string told = message_;
     go_to(name);

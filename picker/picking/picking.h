@@ -231,6 +231,7 @@ class Picking {
     void move_item(bool down);
     std::size_t place_in_data() const;
     Sjis without_symbol() const;
+    std::optional<ShownTitle> title_under_cursor() const;
     ShownTitle shown() const;
     std::string path_under_cursor() const;
     void refuse_read_only(bool item) const;

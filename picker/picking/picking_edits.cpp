@@ -95,6 +95,14 @@ void Picking::refuse_read_only(bool item) const {
                   why_not_written(std::filesystem::path(set->path()).parent_path(), set->path()));
 }
 
+/** The title or set under the cursor, as it is shown. @throws Failure when it cannot be read */
+std::optional<ShownTitle> Picking::title_under_cursor() const {
+    const std::string path = path_under_cursor();
+    if (path.empty() || current().place.item(current().cursor).kind == ItemKind::recent) return {};
+    const Place below = current().place.below(shelf_, current().cursor);
+    return ShownTitle{below.snapshot(), below.number()};
+}
+
 void Picking::remove() {
     if (searching_ || size() == 0) {
         message_ = searching_ ? "go to where it stands to remove it" : "there is nothing to remove";
@@ -102,8 +110,9 @@ void Picking::remove() {
     }
     const PlaceItem item = current().place.item(current().cursor);
     refuse_read_only(true);
-    if (item.kind == ItemKind::set) return tell(edits_.delete_set(item.label));
-    if (item.kind == ItemKind::title) return tell(edits_.remove_title(path_under_cursor()));
+    if (const auto under = title_under_cursor()) {
+        return tell(under->number == 0 ? edits_.delete_set(*under) : edits_.remove_title(*under));
+    }
     if (item.kind != ItemKind::symbol) {
         message_ = "recent picks are removed one by one";
         return;

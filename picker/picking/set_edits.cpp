@@ -250,34 +250,44 @@ std::string SetEdits::rename(const std::string &path, const std::string &name) {
     }));
 }
 
-std::string SetEdits::remove_title(const std::string &path) {
+std::string SetEdits::remove_title(const ShownTitle &shown) {
     return told(make([&](Edit &edit) {
-        edit.locate(path);
+        const Located &now = edit.locate(shown.title().text);
+        if (!same_titles(now.snapshot, now.number, shown)) refuse_changed(shown.title());
         edit.remove();
     }));
 }
 
-std::string SetEdits::delete_set(const std::string &title) {
-    return sentence_of(history_.delete_set(typed_title(title), {}, hooks()).changes);
+std::string SetEdits::delete_set(const ShownTitle &set) {
+    if (Snapshot(set.set->path()).text() != set.set->text()) refuse_changed(set.title());
+    return sentence_of(history_.delete_set(set.title(), {}, hooks()).changes);
 }
 
 std::string SetEdits::take_back(bool again) {
     const auto next = [&] { return again ? history_.to_redo() : history_.to_undo(); };
+    if (std::exchange(pass_over_, false)) history_.pass_over(again);
     auto step = next();
     if (!step) return again ? "there is nothing to do again" : "there is nothing to undo";
-    if (!step->refusal.empty()) return step->refusal;
-    if (step->loses && !std::exchange(warned_, true)) {
+    if (step->refusal.empty() && step->loses && !std::exchange(warned_, true)) {
         return step->differences.front() + "; once more to do it all the same";
     }
     warned_ = false;
     // Of edits that are one for people the last one is what they were made for.
     std::vector<Change> done = step->changes;
-    for (bool more = true; more;) {
-        const bool joined = step->joined;
-        if (again) done = step->changes;
-        again ? history_.redo(hooks()) : history_.undo(hooks());
-        step = next();
-        more = step && (again ? step->joined : joined);
+    std::size_t steps = 0;
+    try {
+        for (bool more = true; more; ++steps) {
+            const bool joined = step->joined;
+            if (again) done = step->changes;
+            again ? history_.redo(hooks()) : history_.undo(hooks());
+            step = next();
+            more = step && (again ? step->joined : joined);
+        }
+    } catch (const Failure &failure) {
+        pass_over_ = true;
+        throw Failure(failure.kind(),
+                      (steps == 0 ? std::string() : "done only in part: ") + failure.what() +
+                          "; once more to leave it and go on with the edit before it");
     }
     touched_ = done.front().path;
     return (again ? "again: " : "undone: ") + sentence_of(done);

@@ -67,12 +67,15 @@ class SetEdits {
 
     /** @param path  full path of a title or title of a set */
     std::string rename(const std::string &path, const std::string &name);
-    std::string remove_title(const std::string &path);
-    std::string delete_set(const std::string &title);
+
+    // Only with what is shown: what another program put there meanwhile nobody wanted to remove.
+    std::string remove_title(const ShownTitle &title);
+    std::string delete_set(const ShownTitle &set);
 
     /**
      * Takes the last edit back, or makes it again. What will not be as it was is returned at
-     * first, and done when it is asked for once more.
+     * first, and done when it is asked for once more. One that cannot be taken back is passed
+     * over when it is asked for once more.
      */
     std::string undo() { return take_back(false); }
     std::string redo() { return take_back(true); }
@@ -83,7 +86,7 @@ class SetEdits {
     const std::string &touched() const { return touched_; }
 
     /** Something else was done: the next undo tells again what will not be as it was. */
-    void forget_warning() { warned_ = false; }
+    void forget_warning() { warned_ = pass_over_ = false; }
 
     /** How long an edit waits for another program: two seconds. */
     static EditHooks hooks();
@@ -105,7 +108,7 @@ class SetEdits {
 
     Directories directories_;
     History history_;
-    bool warned_ = false;
+    bool warned_ = false, pass_over_ = false;
     std::string touched_;
 };
 

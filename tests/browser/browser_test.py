@@ -8,6 +8,7 @@ that draw them two cells wide: both must show the same in every cell.
 """
 
 import os
+import pathlib
 import select
 import signal
 import sys
@@ -171,14 +172,14 @@ def check_editing(kigou):
             ("copy to: お気に入り_", CTRL_U + "私/い"),
             ("copy to: 私/い_", BACKSPACE + TAB + ENTER),
             ("added 1 symbol to 私／印", ESC),
-            ("F7 new title", "u"),
+            ("q quit", "u"),
             ("undone: added 1 symbol to 私／印", CTRL_R),
             ("again: added 1 symbol to 私／印", RIGHT + F4 + "→1-90" + ENTER),
             ("word 1, column 2: '1'", ESC + F4 + "→" + ENTER),
             ("added 1 symbol to 私／印", ALT_UP),
             ("moved 1 symbol in 私／印", F6 + CTRL_U + "私/矢" + ENTER),
             ("once more to make it", ENTER),
-            ("moved: added 1 symbol to 私／矢", LEFT + ">"),
+            ("moved 1 symbol from 私／印 to 私／矢", LEFT + ">"),
             ("2 印", CTRL_S),
             ("every edit is saved already", "q"),
         ]
@@ -187,6 +188,35 @@ def check_editing(kigou):
         listed = person.run("kigou tree 私; kigou list 私/印; kigou list 私/矢")
         assert listed.finish() == 0
         assert listed.text().split() == ["私", "├──", "矢", "(1)", "└──", "印", "(1)", "私／印", "※", "私／矢", "→"], listed.text()
+
+
+def check_pastes(kigou):
+    """A paste that comes in pieces is one text, and none of it a key; a long one, too."""
+    with tempfile.TemporaryDirectory() as folder:
+        person = Person(kigou, folder)
+        person.run("kigou new 私; kigou add 私 印; kigou put 私/印 →").finish()
+        browser = person.run("kigou browse 私/印")
+        follow(browser, [("U+2192", F4), ("add symbols:", "\x1b[20")])
+        for piece in ("0~☆\r", "★", "\r2q\x03", "\x1b[20", "1~"):
+            time.sleep(0.15)
+            browser.type(piece)
+        follow(browser, [("add symbols: ☆ ★ 2q", CTRL_U + "\x1b[200~" + "→←\n" * 3000 + "\x1b[201~"), ("← _", ENTER)])
+        browser.wait("added 6000 symbols to 私／印")
+        browser.type("q")
+        browser.finish()
+
+
+def check_jobs(kigou):
+    """Stopped and gone on, the terminal is the shell's and then the browser's again."""
+    with tempfile.TemporaryDirectory() as folder:
+        browser = Person(kigou, folder).run("set -m; kigou; stty -a | grep -o ' icanon'; read line; fg; echo over", rows=24)
+        browser.wait("記述記号")
+        child = pathlib.Path(f"/proc/{browser.process}/task/{browser.process}/children").read_text().split()[0]
+        os.kill(int(child), signal.SIGTSTP)
+        browser.wait("icanon")
+        assert "記述記号" not in browser.text(), browser.text()
+        follow(browser, [("icanon", "\n"), ("記述記号", DOWN), ("引用符", "q"), ("over", "")])
+        browser.finish()
 
 
 def check_other_programs(kigou):
@@ -257,7 +287,7 @@ def check_closing(kigou):
 
 def main():
     kigou = os.path.abspath(sys.argv[1])
-    for check in (check_picking, check_widths, check_ends, check_editing, check_other_programs, check_closing):
+    for check in (check_picking, check_widths, check_ends, check_editing, check_pastes, check_jobs, check_other_programs, check_closing):
         check(kigou)
         print(check.__name__, "passes")
 

@@ -120,7 +120,7 @@ EDITING = [
     ("☆", ["added 1 symbol to 私／しるし", "now 3 ☆ 白星"]),
     ("m3", ["move to, an empty line for 私/印, a dot for none: "]),
     ("私/星", ["there is no title 私／星; once more to make it", "move to, an empty line for 私/星, a dot for none: "]),
-    ("", ["moved: added 1 symbol to 私／星", "now 2 ← 左矢印"]),
+    ("", ["moved 1 symbol from 私／しるし to 私／星", "now 2 ← 左矢印"]),
     ("/星", None),
     ("s1", None),
     ("g", None),

@@ -350,7 +350,12 @@ TEST_F(PickingTest, keeps_what_another_program_changes) {
         {"last", "○●\n", "remove",
          "○ [●] =黒丸 !私／印 was changed by another program just now; it is shown as it is, and nothing was done to it"},
         {"last remove", "○●◇\n", "undo",
-         "○ [●]◇  =黒丸 !b.kig was changed by another program or another edit since; nothing is done, so that this change is not lost"},
+         "○ [●]◇  =黒丸 !b.kig was changed by another program or another edit since; once more to leave it and go on with the edit before it"},
+        {"last remove prev remove undo", "●◇\n", "undo undo undo", "[●]◇  =黒丸 !there is nothing to undo"},
+        {"back", "○●◎◇\n", "remove",
+         "[印] !私／印 was changed by another program just now; it is shown as it is, and nothing was done to it"},
+        {"sets last", "○●◎◇\n", "remove",
+         "標準の記号/ [私/] !私 was changed by another program just now; it is shown as it is, and nothing was done to it"},
     };
     for (const auto &row : rows) {
         write("○●◎\n");
