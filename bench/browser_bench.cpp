@@ -33,8 +33,9 @@ std::string to_place(std::size_t row, std::size_t column) {
 }
 
 /** As the description of xterm-256color has them. */
-const TerminalWords words{"\033[H\033[2J",       "\033(B\033[m",        "\033(B\033[m\033[7m",
-                          "\033(B\033[m\033[1m", "\033(B\033[m\033[2m", to_place};
+const TerminalWords words{
+    "\033[H\033[2J",       "\033[K", "\033(B\033[m", "\033(B\033[m\033[7m", "\033(B\033[m\033[1m",
+    "\033(B\033[m\033[2m", to_place};
 
 /** Sets of 10,000 symbols each, in 1,000 titles or in one. */
 enum Sets { titles, one_title, hundred_files };

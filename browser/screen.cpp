@@ -105,6 +105,15 @@ class Screen::Pen {
         column_ = column + cells_of(cell.text);
     }
 
+    /** Blanks a row from a column on. */
+    void clear_rest(std::size_t row, std::size_t column) {
+        if (!is_in(row) || column_ != column) bytes_ += words_->to_place(row, column);
+        change(Style::plain);
+        bytes_ += words_->clear_rest;
+        row_ = row;
+        column_ = column;
+    }
+
     /** Whether the terminal's cursor is in a row, at column(), whatever widths it knows. */
     bool is_in(std::size_t row) const { return row_ == row; }
     std::size_t column() const { return column_; }
@@ -150,18 +159,30 @@ std::string Screen::update(const TerminalWords &words) {
         shown_.assign(rows_, Row(columns_));
     }
     Pen pen(words);
-    for (std::size_t row = 0; row < rows_; ++row) update_row(row, pen);
+    for (std::size_t row = 0; row < rows_; ++row) {
+        update_row(row, pen, !words.clear_rest.empty());
+    }
     pen.change(Style::plain);
     known_ = true;
     return bytes + pen.bytes();
 }
 
-void Screen::update_row(std::size_t row, Pen &pen) {
+void Screen::update_row(std::size_t row, Pen &pen, bool can_clear_rest) {
     const Row &wanted = wanted_[row];
+    std::size_t blank = columns_, end = columns_; // the last cell that is not, and that differs
+    while (blank > 0 && wanted[blank - 1] == Cell()) --blank;
+    while (end > 0 && wanted[end - 1] == shown_[row][end - 1]) --end;
     for (std::size_t column = 0; column < columns_; ++column) {
         // Where the second cell of a character differs its first one does.
         const Cell &cell = wanted[column];
         if (cell == shown_[row][column] || cell.text.empty()) continue;
+        if (Pen rest = pen.next(); column >= blank && can_clear_rest) {
+            rest.clear_rest(row, column);
+            if (rest.bytes().size() < end - column) {
+                pen.add(rest);
+                break;
+            }
+        }
         // What is equal is passed over, or drawn once more where that takes fewer bytes.
         Pen over = pen.next();
         over.draw(row, column, cell);

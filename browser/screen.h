@@ -17,7 +17,7 @@ enum class Style : unsigned char { plain, chosen, heading, faint };
 
 /** How a terminal is told things; strings for it, as its description has them. */
 struct TerminalWords {
-    std::string clear;
+    std::string clear, clear_rest; /**< all of it; a row from the cursor on, empty if it cannot */
     std::string plain, chosen, heading, faint; /**< each begins by taking the others back */
     std::string (*to_place)(std::size_t row, std::size_t column) = nullptr; /**< from 0 */
 };
@@ -66,7 +66,7 @@ class Screen {
     using Row = std::vector<Cell>;
     class Pen;
 
-    void update_row(std::size_t row, Pen &pen);
+    void update_row(std::size_t row, Pen &pen, bool can_clear_rest);
 
     std::size_t rows_ = 0, columns_ = 0;
     std::vector<Row> wanted_, shown_;

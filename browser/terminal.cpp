@@ -91,9 +91,13 @@ Terminal::Terminal(int descriptor) : descriptor_(descriptor) {
         throw Failure(FailureKind::refused, why);
     }
     const std::string plain = without_pauses(word("sgr0"));
-    words_ = {without_pauses(word("clear")),       plain,
-              plain + without_pauses(word("rev")), plain + without_pauses(word("bold")),
-              plain + without_pauses(word("dim")), to_place};
+    words_ = {without_pauses(word("clear")),
+              without_pauses(word("el")),
+              plain,
+              plain + without_pauses(word("rev")),
+              plain + without_pauses(word("bold")),
+              plain + without_pauses(word("dim")),
+              to_place};
     enter_ = without_pauses(word("smcup") + word("civis")) + more_on;
     // The picture would stay on a terminal that has no other screen, or is told not to use it.
     leave_ = more_off + plain + words_.clear + without_pauses(word("cnorm") + word("rmcup"));

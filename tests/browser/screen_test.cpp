@@ -11,7 +11,7 @@ std::string to_place(std::size_t row, std::size_t column) {
 }
 
 TEST(screen, sends_what_differs_and_relies_on_no_width) {
-    const TerminalWords words{"[clear]", "[plain]", "[chosen]", "[heading]", "[faint]", to_place};
+    const TerminalWords words{"[clear]", "", "[plain]", "[chosen]", "[heading]", "[faint]", to_place};
     Screen screen;
     screen.resize(2, 8);
     EXPECT_EQ(screen.update(words), "[plain][clear]");
@@ -54,6 +54,24 @@ TEST(screen, sends_what_differs_and_relies_on_no_width) {
         const std::string bytes = *ends == 'a' ? "a[plain]-[faint]b" : "x<1,2>y";
         EXPECT_EQ(screen.update(words), "<1,0>[faint]" + bytes + "[plain]");
     }
+    // A row that is blank to its end is cleared where that is shorter.
+    TerminalWords erasing = words;
+    erasing.clear_rest = "E";
+    screen.put(1, 0, "abc   gh", 8);
+    screen.update(erasing);
+    screen.put(1, 0, "ab", 8);
+    EXPECT_EQ(screen.update(erasing), "<1,2>      ");
+    screen.put(1, 0, "x", 8);
+    EXPECT_EQ(screen.update(erasing), "<1,0>x ");
+    screen.put(1, 0, "xbcdefgh", 8);
+    screen.update(erasing);
+    screen.put(1, 0, "x", 8);
+    EXPECT_EQ(screen.update(erasing), "<1,1>E");
+    screen.put(1, 0, "x", 1);
+    screen.put(1, 3, "あ", 2, Style::faint);
+    EXPECT_EQ(screen.update(erasing), "<1,3>[faint]あ[plain]");
+    screen.put(1, 0, "", 8);
+    screen.update(erasing);
     // A style lasts from row to row.
     screen.put(0, 0, "1", 1, Style::faint);
     screen.put(1, 1, "2", 1, Style::faint);
