@@ -1,0 +1,169 @@
+// module.cpp - see module.h.
+#include "fcitx/module.h"
+
+#include <fcitx-utils/log.h>
+#include <fcitx/addonfactory.h>
+#include <fcitx/addonmanager.h>
+#include <fcitx/inputmethodengine.h>
+#include <fcitx/inputpanel.h>
+
+#include <exception>
+#include <utility>
+
+#include "fcitx/keys.h"
+#include "fcitx/panel.h"
+
+namespace kigou {
+namespace {
+
+FCITX_DEFINE_LOG_CATEGORY(log_category, "kigou");
+
+const fcitx::CapabilityFlags closed_to{fcitx::CapabilityFlag::Password,
+                                       fcitx::CapabilityFlag::Disable};
+
+} // namespace
+
+Module::Module(fcitx::Instance *instance) : instance_(instance), opening_(Recents::most) {
+    using fcitx::EventType;
+    watch(EventType::InputContextKeyEvent,
+          [this](fcitx::Event &event) { take_key(static_cast<fcitx::KeyEvent &>(event)); });
+    const auto close_there = [this](fcitx::Event &event) {
+        if (is_open_in(static_cast<fcitx::InputContextEvent &>(event).inputContext())) close();
+    };
+    // Before fcitx5 commits what stands in the preedit of a field that loses the focus.
+    for (const EventType type : {EventType::InputContextFocusOut, EventType::InputContextReset,
+                                 EventType::InputContextSwitchInputMethod}) {
+        watch(type, close_there);
+    }
+    watch(EventType::InputContextCapabilityChanged, [this](fcitx::Event &event) {
+        const auto *const field = static_cast<fcitx::InputContextEvent &>(event).inputContext();
+        if (is_open_in(field) && field->capabilityFlags().testAny(closed_to)) close();
+    });
+}
+
+Module::~Module() {
+    guarded([this] { close(); });
+}
+
+void Module::watch(fcitx::EventType type, std::function<void(fcitx::Event &)> handler) {
+    watched_.push_back(
+        instance_->watchEvent(type, fcitx::EventWatcherPhase::PreInputMethod,
+                              [this, handler = std::move(handler)](fcitx::Event &event) {
+                                  guarded([&] { handler(event); });
+                              }));
+}
+
+/** Nothing that goes wrong here may end the input method: it is logged, and the symbols close. */
+void Module::guarded(const std::function<void()> &work) noexcept {
+    try {
+        try {
+            work();
+        } catch (const std::exception &error) {
+            FCITX_LOGC(log_category, Error) << error.what();
+            close();
+        }
+    } catch (...) {
+        FCITX_LOGC(log_category, Error) << "could not be closed";
+    }
+}
+
+bool Module::is_open_in(const fcitx::InputContext *field) const {
+    return opening_.is_open() && field_.get() == field;
+}
+
+void Module::take_key(fcitx::KeyEvent &event) {
+    fcitx::InputContext *const field = event.inputContext();
+    const fcitx::Key key = event.key();
+    const bool open_here = is_open_in(field);
+    if (!event.isRelease() && key.check(fcitx::Key("Control+Alt+comma"))) {
+        if (!open_here && field->capabilityFlags().testAny(closed_to)) return;
+        event.filterAndAccept();
+        return open_here ? close() : open(*field);
+    }
+    if (!open_here) return;
+    event.filter(); // no engine gets it
+    if (event.isRelease() || key.isModifier()) return;
+    if (const auto action = action_of(key, opening_.view())) {
+        event.accept();
+        act(*action);
+    } else if (!key.hasModifier()) {
+        event.accept();
+    }
+}
+
+void Module::open(fcitx::InputContext &field) {
+    close();
+    commit_composition(field);
+    opening_.open(9);
+    field_ = field.watch();
+    if (const View view = opening_.view(); !view.message.empty()) {
+        FCITX_LOGC(log_category, Warn) << view.message;
+    }
+    draw();
+}
+
+/** As when the focus goes: the engine forgets its composition, and what was shown is committed. */
+void Module::commit_composition(fcitx::InputContext &field) {
+    const fcitx::InputPanel &panel = field.inputPanel();
+    const std::string composed =
+        (panel.clientPreedit().empty() ? panel.preedit() : panel.clientPreedit())
+            .toStringForCommit();
+    const fcitx::InputMethodEntry *const entry = instance_->inputMethodEntry(&field);
+    if (auto *const engine = instance_->inputMethodEngine(&field); engine && entry) {
+        fcitx::FocusOutEvent event(&field);
+        engine->reset(*entry, event);
+    }
+    if (!composed.empty()) field.commitString(composed);
+}
+
+void Module::close() {
+    if (!opening_.is_open()) return;
+    opening_.close();
+    if (fcitx::InputContext *const field = field_.get()) hide_panel(*field);
+    field_.unwatch();
+}
+
+void Module::act(const Action &action) {
+    take(opening_.act(action));
+    if (opening_.is_over()) return close();
+    draw();
+}
+
+void Module::draw() {
+    fcitx::InputContext *const field = field_.get();
+    if (!field) return close();
+    show_panel(*field, opening_, [this](const Action &action) {
+        guarded([&] {
+            if (opening_.is_open()) act(action);
+        });
+    });
+}
+
+void Module::take(const std::vector<Sjis> &symbols) {
+    fcitx::InputContext *const field = field_.get();
+    if (!field || symbols.empty()) return;
+    for (const Sjis &symbol : symbols) field->commitString(to_utf8(symbol));
+    if (field->capabilityFlags().testAny(fcitx::CapabilityFlag::PasswordOrSensitive)) return;
+    to_note_.insert(to_note_.end(), symbols.begin(), symbols.end());
+    // When the symbols are on their way: this waits for the disk.
+    noting_ = instance_->eventLoop().addDeferEvent([this](fcitx::EventSource *) {
+        guarded([this] {
+            const std::string trouble = opening_.note(std::exchange(to_note_, {}));
+            if (!trouble.empty()) FCITX_LOGC(log_category, Warn) << trouble;
+        });
+        return true;
+    });
+}
+
+namespace {
+
+class Factory : public fcitx::AddonFactory {
+    fcitx::AddonInstance *create(fcitx::AddonManager *manager) override {
+        return new Module(manager->instance());
+    }
+};
+
+} // namespace
+} // namespace kigou
+
+FCITX_ADDON_FACTORY(kigou::Factory)

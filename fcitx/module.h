@@ -1,0 +1,48 @@
+// module.h - the add-on: symbols in the text field that has the focus, beside whatever engine is
+// active there. Of the engines it knows nothing; while the symbols are open it takes the keys
+// before they do.
+#ifndef KIGOU_FCITX_MODULE_H
+#define KIGOU_FCITX_MODULE_H
+
+#include <fcitx-utils/event.h>
+#include <fcitx-utils/trackableobject.h>
+#include <fcitx/addoninstance.h>
+#include <fcitx/inputcontext.h>
+#include <fcitx/instance.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "fcitx/opening.h"
+
+namespace kigou {
+
+class Module : public fcitx::AddonInstance {
+  public:
+    explicit Module(fcitx::Instance *instance);
+    ~Module() override;
+
+  private:
+    void watch(fcitx::EventType type, std::function<void(fcitx::Event &)> handler);
+    void guarded(const std::function<void()> &work) noexcept;
+    void take_key(fcitx::KeyEvent &event);
+    void open(fcitx::InputContext &field);
+    void close();
+    void act(const Action &action);
+    void draw();
+    void take(const std::vector<Sjis> &symbols);
+    void commit_composition(fcitx::InputContext &field);
+    bool is_open_in(const fcitx::InputContext *field) const;
+
+    fcitx::Instance *instance_;
+    Opening opening_;
+    fcitx::TrackableObjectReference<fcitx::InputContext> field_; /**< where it is open */
+    std::vector<Sjis> to_note_;
+    std::unique_ptr<fcitx::EventSource> noting_;
+    std::vector<std::unique_ptr<fcitx::HandlerTableEntry<fcitx::EventHandler>>> watched_;
+};
+
+} // namespace kigou
+
+#endif

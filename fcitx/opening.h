@@ -1,0 +1,61 @@
+// opening.h - what is picked from while the symbols are open, and the place kept until they are
+// opened again. Of fcitx5 it knows nothing.
+#ifndef KIGOU_FCITX_OPENING_H
+#define KIGOU_FCITX_OPENING_H
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "picker/picking/picking.h"
+
+namespace kigou {
+
+/** One is enough: symbols are open in the text field that has the focus, and in no other. */
+class Opening {
+  public:
+    /** @param recent_picks  how many are kept */
+    explicit Opening(std::size_t recent_picks) : recent_picks_(recent_picks) {}
+
+    /**
+     * Looks at the disk and begins where it was left. What cannot be read is told by the view;
+     * without a single set it is open all the same, with nothing to pick.
+     */
+    void open(std::size_t page_size);
+    void close();
+
+    /** @return the symbols that were taken by it, in their order */
+    std::vector<Sjis> act(const Action &action);
+
+    bool is_open() const { return open_; }
+
+    /** Whether the last action ended it; then it is to be closed. */
+    bool is_over() const;
+
+    /** The current column, and what there is to say. */
+    View view() const;
+
+    /** As Picking. */
+    std::optional<std::size_t> symbols_below(std::size_t index) const;
+
+    /** Notes recent picks, open or not, which waits for the disk. @return what went wrong; else
+     * empty */
+    std::string note(const std::vector<Sjis> &picks);
+
+  private:
+    void keep_place();
+
+    std::size_t recent_picks_;
+    std::unique_ptr<Shelf> shelf_;     /**< none until it could be made */
+    std::unique_ptr<Picking> picking_; /**< none when there is nothing to pick from */
+    bool open_ = false, over_ = false;
+    std::string trouble_;    /**< told until the first action */
+    std::string place_;      /**< path of the column that one was in last, searches aside */
+    std::size_t cursor_ = 0; /**< in it */
+};
+
+} // namespace kigou
+
+#endif

@@ -1,0 +1,135 @@
+// panel.cpp - see panel.h.
+#include "fcitx/panel.h"
+
+#include <fcitx/candidatelist.h>
+#include <fcitx/inputpanel.h>
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "picker/search/readings.h"
+
+namespace kigou {
+namespace {
+
+using fcitx::Text;
+
+class Candidate : public fcitx::CandidateWord {
+  public:
+    Candidate(const std::string &text, std::size_t number, Clicked clicked)
+        : CandidateWord(Text(text)), number_(number), clicked_(std::move(clicked)) {}
+
+    void select(fcitx::InputContext *) const override {
+        const Clicked clicked = clicked_; // the list goes, and this with it
+        clicked({.act = Act::take_number, .number = number_});
+    }
+
+  private:
+    std::size_t number_;
+    Clicked clicked_;
+};
+
+/** A page of a column. The picking has the others, so that none is made before it is shown. */
+class Page : public fcitx::CandidateList,
+             public fcitx::PageableCandidateList,
+             public fcitx::CursorMovableCandidateList {
+  public:
+    Page(const ViewColumn &column, const std::vector<std::string> &texts, Clicked clicked)
+        : cursor_(column.cursor ? static_cast<int>(*column.cursor) : -1),
+          before_(column.first != 0),
+          after_(column.first + column.items.size() < column.total),
+          clicked_(std::move(clicked)) {
+        setPageable(this);
+        setCursorMovable(this);
+        for (std::size_t i = 0; i < texts.size(); ++i) {
+            labels_.emplace_back(std::to_string((i + 1) % 10) + " ");
+            candidates_.push_back(std::make_unique<Candidate>(texts[i], i + 1, clicked_));
+        }
+    }
+
+    const Text &label(int index) const override {
+        return labels_.at(static_cast<std::size_t>(index));
+    }
+    const fcitx::CandidateWord &candidate(int index) const override {
+        return *candidates_.at(static_cast<std::size_t>(index));
+    }
+    int size() const override { return static_cast<int>(candidates_.size()); }
+    int cursorIndex() const override { return cursor_; }
+    fcitx::CandidateLayoutHint layoutHint() const override {
+        return fcitx::CandidateLayoutHint::Vertical;
+    }
+
+    bool hasPrev() const override { return before_; }
+    bool hasNext() const override { return after_; }
+    bool usedNextBefore() const override { return true; }
+    void prev() override { click(Act::previous_page); }
+    void next() override { click(Act::next_page); }
+    void prevCandidate() override { click(Act::previous); }
+    void nextCandidate() override { click(Act::next); }
+
+  private:
+    void click(Act act) const {
+        const Clicked clicked = clicked_; // this goes as well
+        clicked({act});
+    }
+
+    std::vector<Text> labels_;
+    std::vector<std::unique_ptr<Candidate>> candidates_;
+    int cursor_;
+    bool before_, after_;
+    Clicked clicked_;
+};
+
+std::string text_of(const PlaceItem &item, std::optional<std::size_t> symbols) {
+    std::string text = item.label;
+    if (symbols) text += "  " + std::to_string(*symbols);
+    if (const SymbolNames *const names = item.symbol.empty() ? nullptr : names_of(item.symbol)) {
+        text += "  " + std::string(names->name);
+    }
+    return item.path.empty() ? text : text + "  " + item.path;
+}
+
+std::string codes_of(const SymbolTold &symbol) {
+    std::string text = "kuten " + symbol.kuten;
+    text += "  JIS " + symbol.jis + "  Shift_JIS " + symbol.sjis;
+    return symbol.unicode.empty() ? text : text + "  " + symbol.unicode;
+}
+
+std::string upper_line(const View &view) {
+    std::string text = view.columns.empty() ? std::string() : view.columns.front().path;
+    if (text.empty() && !view.searching) text = "Symbols";
+    if (!view.message.empty()) text += (text.empty() ? "" : "  ") + view.message;
+    return text;
+}
+
+void update(fcitx::InputContext &field) {
+    field.updatePreedit();
+    field.updateUserInterface(fcitx::UserInterfaceComponent::InputPanel);
+}
+
+} // namespace
+
+void show_panel(fcitx::InputContext &field, const Opening &opening, const Clicked &clicked) {
+    const View view = opening.view();
+    fcitx::InputPanel &panel = field.inputPanel();
+    panel.reset();
+    panel.setAuxUp(Text(upper_line(view)));
+    if (view.symbol) panel.setAuxDown(Text(codes_of(*view.symbol)));
+    if (!view.columns.empty() && view.columns.front().total != 0) {
+        const ViewColumn &column = view.columns.front();
+        std::vector<std::string> texts;
+        for (std::size_t i = 0; i < column.items.size(); ++i) {
+            texts.push_back(text_of(column.items[i], opening.symbols_below(column.first + i)));
+        }
+        panel.setCandidateList(std::make_unique<Page>(column, texts, clicked));
+    }
+    update(field);
+}
+
+void hide_panel(fcitx::InputContext &field) {
+    field.inputPanel().reset();
+    update(field);
+}
+
+} // namespace kigou
