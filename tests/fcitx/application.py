@@ -1,0 +1,208 @@
+"""fcitx5 without a display, and an application that types through it over D-Bus.
+
+Everything lies in a folder of its own and on a bus of its own; nothing of the person who runs
+the tests is seen or changed.
+"""
+
+import dataclasses
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import time
+
+try:
+    import dbus
+    import dbus.mainloop.glib
+    from gi.repository import GLib
+except ImportError as missing:
+    print("skipped:", missing)
+    sys.exit(77)
+if not (shutil.which("fcitx5") and shutil.which("dbus-daemon")):
+    print("skipped: no fcitx5 or no dbus-daemon")
+    sys.exit(77)
+
+PATIENCE = 30  # seconds
+STATES = {"Shift": 1, "Control": 1 << 2, "Alt": 1 << 3}
+KEYS = {
+    "space": 0x20, "comma": 0x2C, "BackSpace": 0xFF08, "Tab": 0xFF09, "Return": 0xFF0D,
+    "Escape": 0xFF1B, "Home": 0xFF50, "Left": 0xFF51, "Up": 0xFF52, "Right": 0xFF53,
+    "Down": 0xFF54, "PageUp": 0xFF55, "PageDown": 0xFF56, "End": 0xFF57, "F5": 0xFFC2,
+    "Shift_L": 0xFFE1,
+}  # fmt: skip
+PREEDIT, PASSWORD, FORMATTED_PREEDIT, SENSITIVE = 1 << 1, 1 << 3, 1 << 4, 1 << 36
+DRAWS_CANDIDATES = 1 << 39
+NO_DISPLAY = "wayland,waylandim,xcb,xim,classicui,kimpanel,notificationitem,notifications"
+
+
+def parts(text):
+    return "".join(str(part) for part, _ in text)
+
+
+@dataclasses.dataclass
+class Got:
+    """What came of one key."""
+
+    handled: bool = True
+    committed: str = ""
+    preedit: str = ""  # in the text
+    composed: str = ""  # in the window, where the application shows none
+    upper: str = ""
+    lower: str = ""
+    candidates: tuple = ()
+    chosen: int = -1
+    pages: tuple = (False, False)
+
+    def __str__(self):
+        """'<committed> [preedit] upper | 1 item *2 item > | lower'; the key itself where it went through."""
+        items = [("*" if i == self.chosen else "") + label + text for i, (label, text) in enumerate(self.candidates)]
+        middle = ["<"] * self.pages[0] + items + [">"] * self.pages[1]
+        shown = [self.upper, "  ".join(middle), self.lower]
+        words = ["" if self.handled else "typed", f"<{self.committed}>" if self.committed else ""]
+        words += [f"[{text}]" for text in (self.preedit, self.composed) if text]
+        words += [" | ".join(shown) if any(shown) else ""]
+        return " ".join(word for word in words if word) or "-"
+
+
+class InputMethod:
+    """A running fcitx5 with the module of a build tree."""
+
+    def __init__(self, build, config=""):
+        self.folder = pathlib.Path(tempfile.mkdtemp(prefix="kigou-fcitx-"))
+        self.build = build
+        self.environment = {
+            key: value for key, value in os.environ.items()
+            if key not in ("DISPLAY", "WAYLAND_DISPLAY", "LANGUAGE", "LD_PRELOAD") and not key.startswith("KIGOU_")
+        }  # fmt: skip
+        for name in ("config", "cache", "run", "data", "state", "program", "common", "tmp"):
+            (self.folder / name).mkdir(mode=0o700)
+        own = {name: str(self.folder / name) for name in ("config", "cache", "run", "data", "state", "program", "common", "tmp")}
+        system = subprocess.run(["gcc", "-print-multiarch"], capture_output=True, text=True, check=True).stdout.strip()
+        self.environment.update(
+            HOME=str(self.folder), LC_ALL="C.UTF-8", TMPDIR=own["tmp"],
+            XDG_CONFIG_HOME=own["config"], XDG_CACHE_HOME=own["cache"], XDG_RUNTIME_DIR=own["run"],
+            XDG_DATA_HOME=own["data"], XDG_STATE_HOME=own["state"],
+            XDG_DATA_DIRS=f"{build}/fcitx/share:/usr/share",
+            FCITX_ADDON_DIRS=f"{build}/fcitx:/usr/lib/{system}/fcitx5",
+            KIGOU_PROGRAM_DIR=own["program"], KIGOU_COMMON_DIR=own["common"],
+        )  # fmt: skip
+        (self.folder / "config/fcitx5").mkdir()
+        # It writes the name of the engine over the upper line when it likes.
+        (self.folder / "config/fcitx5/config").write_text("[Behavior]\nShowInputMethodInformation=False\n")
+        if config:
+            self.configure(config)
+        self.processes = []
+
+    def configure(self, text):
+        path = self.folder / "config/fcitx5/conf/kigou.conf"
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text)
+
+    def put(self, place, name, title, blocks):
+        """A symbol file; blocks are pairs of a path and lines of symbols."""
+        rule = "-" * 40
+        text = f"〈記号〉\n名称={title}\n" + "".join(f"［{path}］\n{rule}\n{lines}\n{rule}\n" for path, lines in blocks)
+        (self.folder / place / name).write_bytes(text.encode("euc_jp"))
+
+    def __enter__(self):
+        bus = subprocess.Popen(
+            ["dbus-daemon", "--session", "--nofork", "--nopidfile", "--print-address"],
+            stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, env=self.environment,
+        )  # fmt: skip
+        self.processes.append(bus)
+        self.environment["DBUS_SESSION_BUS_ADDRESS"] = bus.stdout.readline().strip()
+        dbus.mainloop.glib.DBusGMainLoop(set_as_default=True)
+        self.bus = dbus.bus.BusConnection(self.environment["DBUS_SESSION_BUS_ADDRESS"])
+        self.start()
+        return self
+
+    def start(self):
+        self.log = (self.folder / "log").open("ab")
+        fcitx = subprocess.Popen(["fcitx5", f"--disable={NO_DISPLAY}"], stdout=self.log, stderr=self.log, env=self.environment)
+        self.processes.append(fcitx)
+        end = time.time() + PATIENCE
+        while not self.bus.name_has_owner("org.fcitx.Fcitx5"):
+            if fcitx.poll() is not None or time.time() > end:
+                raise AssertionError("fcitx5 does not start:\n" + self.told())
+            time.sleep(0.01)
+
+    def told(self):
+        return (self.folder / "log").read_text(errors="replace")
+
+    def process(self):
+        return self.processes[-1]
+
+    def __exit__(self, failure, *_):
+        for process in reversed(self.processes):
+            process.terminate()
+            process.wait(PATIENCE)
+        if failure:
+            print(self.told()[-4000:])
+        else:
+            shutil.rmtree(self.folder)
+
+
+class TextField:
+    """A text field with the focus, as an application has one."""
+
+    def __init__(self, fcitx, capabilities=PREEDIT | FORMATTED_PREEDIT):
+        self.bus = fcitx.bus
+        self.server = self.bus.get_object("org.fcitx.Fcitx5", "/org/freedesktop/portal/inputmethod")
+        method = dbus.Interface(self.server, "org.fcitx.Fcitx.InputMethod1")
+        path, _ = method.CreateInputContext(dbus.Array([("program", "test")], signature="(ss)"))
+        self.context = dbus.Interface(self.bus.get_object("org.fcitx.Fcitx5", path), "org.fcitx.Fcitx.InputContext1")
+        self.got = Got()
+        self.context.connect_to_signal("CommitString", self.commit)
+        self.context.connect_to_signal("UpdateFormattedPreedit", self.preedit)
+        self.context.connect_to_signal("UpdateClientSideUI", self.draw)
+        self.set_capabilities(capabilities)
+        self.context.FocusIn()
+        self.settle()
+
+    def set_capabilities(self, capabilities):
+        self.context.SetCapability(dbus.UInt64(capabilities | DRAWS_CANDIDATES))
+
+    def commit(self, text):
+        self.got.committed += str(text)
+
+    def preedit(self, text, _cursor):
+        self.got.preedit = parts(text)
+
+    def draw(self, preedit, _cursor, upper, lower, candidates, chosen, _layout, before, after):
+        self.got.composed = parts(preedit)
+        self.got.upper, self.got.lower = parts(upper), parts(lower)
+        self.got.candidates = tuple((str(label), str(text)) for label, text in candidates)
+        self.got.chosen, self.got.pages = int(chosen), (bool(before), bool(after))
+
+    def settle(self):
+        """The window is drawn behind the answer to a key; two more answers come behind that."""
+        peer = dbus.Interface(self.server, "org.freedesktop.DBus.Peer")
+        for _ in range(2):
+            peer.Ping()
+        while GLib.MainContext.default().iteration(False):
+            pass
+
+    def press(self, key):
+        """One key down and up: 'Control+Alt+comma', 'a', 'Return'. @return what came of it"""
+        *modifiers, name = key.split("+") if len(key) > 1 else [key]
+        symbol = KEYS.get(name) or (ord(name) if ord(name) < 0x100 else 0x01000000 + ord(name))
+        states = sum(STATES[modifier] for modifier in modifiers)
+        self.got.committed = ""
+        press = lambda up: self.context.ProcessKeyEvent(dbus.UInt32(symbol), dbus.UInt32(0), dbus.UInt32(states), up, dbus.UInt32(0))
+        self.got.handled = bool(press(False))
+        press(True)
+        self.settle()
+        return dataclasses.replace(self.got)
+
+    def focus(self, gained):
+        """@return what came of it"""
+        self.got.handled, self.got.committed = True, ""
+        self.context.FocusIn() if gained else self.context.FocusOut()
+        self.settle()
+        return dataclasses.replace(self.got)
+
+    def destroy(self):
+        self.context.DestroyIC()
+        self.settle()
