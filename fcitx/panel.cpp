@@ -4,10 +4,12 @@
 #include <fcitx/candidatelist.h>
 #include <fcitx/inputpanel.h>
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 #include <vector>
 
+#include "picker/search/kana.h"
 #include "picker/search/readings.h"
 
 namespace kigou {
@@ -98,8 +100,24 @@ std::string codes_of(const SymbolTold &symbol) {
 
 std::string upper_line(const View &view) {
     std::string text = view.columns.empty() ? std::string() : view.columns.front().path;
-    if (text.empty() && !view.searching) text = "Symbols";
-    if (!view.message.empty()) text += (text.empty() ? "" : "  ") + view.message;
+    if (view.searching) {
+        text = "Search  " + std::to_string(view.columns.front().total);
+    } else if (text.empty()) {
+        text = "Symbols";
+    }
+    return view.message.empty() ? text : text + "  " + view.message;
+}
+
+/** What was typed, and how it is read where that is another text; never committed. */
+Text preedit_of(const std::string &query) {
+    const fcitx::TextFormatFlags own{fcitx::TextFormatFlag::Underline,
+                                     fcitx::TextFormatFlag::DontCommit};
+    Text text(query, own);
+    text.setCursor(static_cast<int>(query.size()));
+    const std::string typed = folded(query);
+    const auto readings = typed_readings(typed);
+    const auto whole = std::ranges::find(readings, false, &TypedReading::unfinished);
+    if (whole != readings.end() && whole->kana != typed) text.append("  " + whole->kana, own);
     return text;
 }
 
@@ -115,6 +133,11 @@ void show_panel(fcitx::InputContext &field, const Opening &opening, const Clicke
     fcitx::InputPanel &panel = field.inputPanel();
     panel.reset();
     panel.setAuxUp(Text(upper_line(view)));
+    if (view.searching && field.capabilityFlags().test(fcitx::CapabilityFlag::Preedit)) {
+        panel.setClientPreedit(preedit_of(view.query));
+    } else if (view.searching) {
+        panel.setPreedit(preedit_of(view.query));
+    }
     if (view.symbol) panel.setAuxDown(Text(codes_of(*view.symbol)));
     if (!view.columns.empty() && view.columns.front().total != 0) {
         const ViewColumn &column = view.columns.front();

@@ -15,7 +15,7 @@ STANDARD = [("図", "○●"), ("図／星", "☆★"), ("矢印", "→←"), ("
 TOP = "Symbols | *1 図  4  2 矢印  2  3 面  11 | "
 SECOND = "Symbols | 1 図  4  *2 矢印  2  3 面  11 | "
 
-# Name, and keys with what came of each; "-" is nothing, "typed" a key that went to the application.
+# Name, and keys with what came of them, shown as behind the last; "-" is nothing, "typed" a key that went to the application.
 SCRIPTS = [
     (
         "leaves the text as it was",
@@ -126,16 +126,81 @@ SCRIPTS = [
             ("Left", "typed"),
         ],
     ),
+    (
+        "searches what is typed",
+        [
+            (OPEN + " 2 y", "[y] Search  3 | *1 ｙ  英小文字y  2 →  右矢印  標準の記号／矢印  3 ←  左矢印  標準の記号／矢印 | kuten 3-89  JIS 2379  Shift_JIS 8299  U+FF59"),
+            ("a j", "[yaj] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("i", "[yaji  やじ] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("BackSpace", "[yaj] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("Escape", "標準の記号／矢印 | *1 →  右矢印  2 ←  左矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("h o s h i", "[hoshi  ほし] Search  2 | *1 ☆  白星  標準の記号／図／星  2 ★  黒星  標準の記号／図／星 | kuten 1-89  JIS 2179  Shift_JIS 8199  U+2606"),
+            ("Down", "[hoshi  ほし] Search  2 | 1 ☆  白星  標準の記号／図／星  *2 ★  黒星  標準の記号／図／星 | kuten 1-90  JIS 217A  Shift_JIS 819A  U+2605"),
+            ("Return", "<★>"),
+            ("h", "typed"),
+        ],
+    ),
+    (
+        "shows where it stands",
+        [
+            (OPEN + " k u r o s h i k a k u", "[kuroshikaku  くろしかく] Search  1 | *1 ■  黒四角  標準の記号／面 | kuten 2-3  JIS 2223  Shift_JIS 81A1  U+25A0"),
+            ("Right", "標準の記号／面 | 1 □  四角  *2 ■  黒四角  3 △  三角  4 ▲  黒三角  5 ▽  逆三角  6 ▼  逆黒三角  7 ◎  二重丸  8 ◇  ひし形  9 ◆  黒ひし形  > | kuten 2-3  JIS 2223  Shift_JIS 81A1  U+25A0"),
+            ("m a r u", "[maru  まる] Search  3 | *1 ○  丸印  標準の記号／図  2 ●  黒丸  標準の記号／図  3 ◎  二重丸  標準の記号／面 | kuten 1-91  JIS 217B  Shift_JIS 819B  U+25CB"),
+            ("space", "<○> [maru  まる] Search  3 | *1 ○  丸印  標準の記号／図  2 ●  黒丸  標準の記号／図  3 ◎  二重丸  標準の記号／面 | kuten 1-91  JIS 217B  Shift_JIS 819B  U+25CB"),
+            ("Left", "標準の記号／面 | 1 □  四角  *2 ■  黒四角  3 △  三角  4 ▲  黒三角  5 ▽  逆三角  6 ▼  逆黒三角  7 ◎  二重丸  8 ◇  ひし形  9 ◆  黒ひし形  > | kuten 2-3  JIS 2223  Shift_JIS 81A1  U+25A0"),
+            ("Escape", "-"),
+        ],
+    ),
+    (
+        "searches kana, full-width letters, the symbol itself",
+        [
+            (OPEN + " ほ し", "[ほし] Search  2 | *1 ☆  白星  標準の記号／図／星  2 ★  黒星  標準の記号／図／星 | kuten 1-89  JIS 2179  Shift_JIS 8199  U+2606"),
+            ("BackSpace BackSpace", TOP),
+            ("ｙ ａ ｊ ｉ", "[yaji  やじ] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("＊", "[yaji*] Search  0  nothing is found |  | "),
+            ("Escape", TOP),
+            ("→", "[→] Search  1 | *1 →  右矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("１", "<→>"),
+        ],
+    ),
+    (
+        "takes digits into codes",
+        [
+            (OPEN + " U + 2 6", "[U+26] Search  1 | *1 ＆  アンパサンド | kuten 1-85  JIS 2175  Shift_JIS 8195  U+FF06"),
+            ("0 6", "[U+2606] Search  1 | *1 ☆  白星  標準の記号／図／星 | kuten 1-89  JIS 2179  Shift_JIS 8199  U+2606"),
+            ("1", "<☆>"),
+            (OPEN + " k : 2 - 1", "[k:2-1] Search  1 | *1 ◆  黒ひし形  標準の記号／面 | kuten 2-1  JIS 2221  Shift_JIS 819F  U+25C6"),
+            ("0", "[k:2-10] Search  1 | *1 →  右矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("1", "<→>"),
+            (OPEN + " k : 2 - 3", "[k:2-3] Search  1 | *1 ■  黒四角  標準の記号／面 | kuten 2-3  JIS 2223  Shift_JIS 81A1  U+25A0"),
+            ("Alt+1", "<■>"),
+            (OPEN + " j : 2 1 7", "[j:217] Search  0  nothing is found |  | "),
+            ("A", "[j:217A] Search  1 | *1 ★  黒星  標準の記号／図／星 | kuten 1-90  JIS 217A  Shift_JIS 819A  U+2605"),
+            ("2", "[j:217A] Search  1 | *1 ★  黒星  標準の記号／図／星 | kuten 1-90  JIS 217A  Shift_JIS 819A  U+2605"),
+            (OPEN + " " + OPEN + " h o s h i 2", "<★>"),
+        ],
+    ),
+    (
+        "tells what was meant",
+        [
+            (OPEN + " y a j i r u s u", "[yajirusu  やじるす] Search  0  meant やじるし? |  | "),
+            ("Return space 1", "[yajirusu  やじるす] Search  0 |  | "),
+        ],
+    ),
 ]
 
 
 def check(name, rows, field):
-    for number, (key, expected) in enumerate(rows):
-        got = str(field.press(key))
-        if got == expected:
+    for number, (keys, expected) in enumerate(rows):
+        committed = ""
+        for key in keys.split():
+            got = field.press(key)
+            committed += got.committed
+        got.committed = committed
+        if str(got) == expected:
             continue
-        before = " ".join(key for key, _ in rows[:number])
-        raise AssertionError(f"{name}: {key} behind '{before}'\n  expected {expected}\n  got      {got}")
+        before = " ".join(keys for keys, _ in rows[:number])
+        raise AssertionError(f"{name}: {keys} behind '{before}'\n  expected {expected}\n  got      {got}")
 
 
 def check_scripts(build):
@@ -158,6 +223,8 @@ def check_fields(build):
         assert str(field.focus(False)) == "-", "the focus was lost"
         field.focus(True)
         check("closed with the focus", [("1", "typed"), (OPEN, SECOND)], field)
+        check("a search", [("→", "[→] Search  1 | *1 →  右矢印  標準の記号／矢印 | " + arrows.split(" | ")[2])], field)
+        assert str(field.focus(False)) == "-", "what was searched for is not committed"
         other = TextField(fcitx)
         check("in another field", [("a", "typed"), (OPEN, SECOND)], other)
         other.set_capabilities(PREEDIT | PASSWORD)
@@ -166,6 +233,15 @@ def check_fields(build):
         check("before the field goes", [(OPEN, SECOND)], field)
         field.destroy()
         check("when the field is gone", [("a", "typed"), (OPEN, SECOND)], TextField(fcitx))
+
+
+def check_plain_fields(build):
+    """An application that shows no preedit has what is searched for in the window."""
+    with InputMethod(build) as fcitx:
+        fcitx.put("program", "default.kig", "標準の記号", STANDARD)
+        field = TextField(fcitx, 0)
+        assert field.press(OPEN) and field.press("y").composed == "y"
+        assert field.press("1").committed == "ｙ" and not field.got.composed
 
 
 def check_compositions(build):
@@ -182,7 +258,7 @@ def check_compositions(build):
 
 def main():
     build = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_compositions):
+    for test in (check_scripts, check_fields, check_plain_fields, check_compositions):
         test(build)
         print(test.__name__, "passes")
 
