@@ -1,6 +1,8 @@
 // module.cpp - see module.h.
 #include "fcitx/module.h"
 
+#include <fcitx-config/iniparser.h>
+#include <fcitx-utils/i18n.h>
 #include <fcitx-utils/log.h>
 #include <fcitx/addonfactory.h>
 #include <fcitx/addonmanager.h>
@@ -10,6 +12,7 @@
 #include <exception>
 #include <utility>
 
+#include "fcitx/folders.h"
 #include "fcitx/keys.h"
 #include "fcitx/panel.h"
 
@@ -18,13 +21,16 @@ namespace {
 
 FCITX_DEFINE_LOG_CATEGORY(log_category, "kigou");
 
+constexpr const char *config_file = "conf/kigou.conf";
+
 const fcitx::CapabilityFlags closed_to{fcitx::CapabilityFlag::Password,
                                        fcitx::CapabilityFlag::Disable};
 
 } // namespace
 
-Module::Module(fcitx::Instance *instance) : instance_(instance), opening_(Recents::most) {
+Module::Module(fcitx::Instance *instance) : instance_(instance) {
     using fcitx::EventType;
+    Module::reloadConfig();
     watch(EventType::InputContextKeyEvent,
           [this](fcitx::Event &event) { take_key(static_cast<fcitx::KeyEvent &>(event)); });
     const auto close_there = [this](fcitx::Event &event) {
@@ -43,6 +49,26 @@ Module::Module(fcitx::Instance *instance) : instance_(instance), opening_(Recent
 
 Module::~Module() {
     guarded([this] { close(); });
+}
+
+void Module::reloadConfig() {
+    guarded([this] {
+        fcitx::readAsIni(config_, config_file);
+        use_config();
+    });
+}
+
+void Module::setConfig(const fcitx::RawConfig &raw) {
+    guarded([&] {
+        config_.load(raw, true);
+        fcitx::safeSaveAsIni(config_, config_file);
+        use_config();
+    });
+}
+
+void Module::use_config() {
+    close();
+    opening_.keep_recent(static_cast<std::size_t>(*config_.recent_picks));
 }
 
 void Module::watch(fcitx::EventType type, std::function<void(fcitx::Event &)> handler) {
@@ -75,7 +101,7 @@ void Module::take_key(fcitx::KeyEvent &event) {
     fcitx::InputContext *const field = event.inputContext();
     const fcitx::Key key = event.key();
     const bool open_here = is_open_in(field);
-    if (!event.isRelease() && key.check(fcitx::Key("Control+Alt+comma"))) {
+    if (!event.isRelease() && key.checkKeyList(*config_.trigger)) {
         if (!open_here && field->capabilityFlags().testAny(closed_to)) return;
         event.filterAndAccept();
         return open_here ? close() : open(*field);
@@ -94,7 +120,7 @@ void Module::take_key(fcitx::KeyEvent &event) {
 void Module::open(fcitx::InputContext &field) {
     close();
     commit_composition(field);
-    opening_.open(9);
+    opening_.open(static_cast<std::size_t>(*config_.page_size));
     field_ = field.watch();
     if (const View view = opening_.view(); !view.message.empty()) {
         FCITX_LOGC(log_category, Warn) << view.message;
@@ -132,7 +158,7 @@ void Module::act(const Action &action) {
 void Module::draw() {
     fcitx::InputContext *const field = field_.get();
     if (!field) return close();
-    show_panel(*field, opening_, [this](const Action &action) {
+    show_panel(*field, opening_, *config_.codes, [this](const Action &action) {
         guarded([&] {
             if (opening_.is_open()) act(action);
         });
@@ -159,6 +185,8 @@ namespace {
 
 class Factory : public fcitx::AddonFactory {
     fcitx::AddonInstance *create(fcitx::AddonManager *manager) override {
+        // The texts of the configuration are translated when it is made.
+        fcitx::registerDomain(FCITX_GETTEXT_DOMAIN, installed("locale").c_str());
         return new Module(manager->instance());
     }
 };

@@ -14,6 +14,7 @@
 #include <memory>
 #include <vector>
 
+#include "fcitx/config.h"
 #include "fcitx/opening.h"
 
 namespace kigou {
@@ -23,6 +24,10 @@ class Module : public fcitx::AddonInstance {
     explicit Module(fcitx::Instance *instance);
     ~Module() override;
 
+    void reloadConfig() override;
+    const fcitx::Configuration *getConfig() const override { return &config_; }
+    void setConfig(const fcitx::RawConfig &raw) override;
+
   private:
     void watch(fcitx::EventType type, std::function<void(fcitx::Event &)> handler);
     void guarded(const std::function<void()> &work) noexcept;
@@ -31,11 +36,13 @@ class Module : public fcitx::AddonInstance {
     void close();
     void act(const Action &action);
     void draw();
+    void use_config();
     void take(const std::vector<Sjis> &symbols);
     void commit_composition(fcitx::InputContext &field);
     bool is_open_in(const fcitx::InputContext *field) const;
 
     fcitx::Instance *instance_;
+    Config config_;
     Opening opening_;
     fcitx::TrackableObjectReference<fcitx::InputContext> field_; /**< where it is open */
     std::vector<Sjis> to_note_;

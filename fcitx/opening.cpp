@@ -26,6 +26,13 @@ std::unique_ptr<Picking> picking_at(Shelf &shelf, const std::string &place) {
 
 } // namespace
 
+void Opening::keep_recent(std::size_t picks) {
+    if (picks == recent_picks_) return;
+    close();
+    shelf_.reset();
+    recent_picks_ = picks;
+}
+
 void Opening::open(std::size_t page_size) {
     close();
     open_ = true;

@@ -16,8 +16,8 @@ namespace kigou {
 /** One is enough: symbols are open in the text field that has the focus, and in no other. */
 class Opening {
   public:
-    /** @param recent_picks  how many are kept */
-    explicit Opening(std::size_t recent_picks) : recent_picks_(recent_picks) {}
+    /** How many picks to keep from the next opening on; 0 forgets those that are kept. */
+    void keep_recent(std::size_t picks);
 
     /**
      * Looks at the disk and begins where it was left. What cannot be read is told by the view;
@@ -47,7 +47,7 @@ class Opening {
   private:
     void keep_place();
 
-    std::size_t recent_picks_;
+    std::size_t recent_picks_ = Recents::most;
     std::unique_ptr<Shelf> shelf_;     /**< none until it could be made */
     std::unique_ptr<Picking> picking_; /**< none when there is nothing to pick from */
     bool open_ = false, over_ = false;

@@ -1,6 +1,7 @@
 // panel.cpp - see panel.h.
 #include "fcitx/panel.h"
 
+#include <fcitx-utils/i18n.h>
 #include <fcitx/candidatelist.h>
 #include <fcitx/inputpanel.h>
 
@@ -93,7 +94,7 @@ std::string text_of(const PlaceItem &item, std::optional<std::size_t> symbols) {
 }
 
 std::string codes_of(const SymbolTold &symbol) {
-    std::string text = "kuten " + symbol.kuten;
+    std::string text = _("kuten") + (" " + symbol.kuten);
     text += "  JIS " + symbol.jis + "  Shift_JIS " + symbol.sjis;
     return symbol.unicode.empty() ? text : text + "  " + symbol.unicode;
 }
@@ -101,9 +102,9 @@ std::string codes_of(const SymbolTold &symbol) {
 std::string upper_line(const View &view) {
     std::string text = view.columns.empty() ? std::string() : view.columns.front().path;
     if (view.searching) {
-        text = "Search  " + std::to_string(view.columns.front().total);
+        text = std::string(_("Search")) + "  " + std::to_string(view.columns.front().total);
     } else if (text.empty()) {
-        text = "Symbols";
+        text = _("Symbols");
     }
     return view.message.empty() ? text : text + "  " + view.message;
 }
@@ -128,7 +129,8 @@ void update(fcitx::InputContext &field) {
 
 } // namespace
 
-void show_panel(fcitx::InputContext &field, const Opening &opening, const Clicked &clicked) {
+void show_panel(fcitx::InputContext &field, const Opening &opening, bool with_codes,
+                const Clicked &clicked) {
     const View view = opening.view();
     fcitx::InputPanel &panel = field.inputPanel();
     panel.reset();
@@ -138,7 +140,7 @@ void show_panel(fcitx::InputContext &field, const Opening &opening, const Clicke
     } else if (view.searching) {
         panel.setPreedit(preedit_of(view.query));
     }
-    if (view.symbol) panel.setAuxDown(Text(codes_of(*view.symbol)));
+    if (view.symbol && with_codes) panel.setAuxDown(Text(codes_of(*view.symbol)));
     if (!view.columns.empty() && view.columns.front().total != 0) {
         const ViewColumn &column = view.columns.front();
         std::vector<std::string> texts;

@@ -14,7 +14,8 @@ namespace kigou {
 /** What a click or a button of the candidate window does. */
 using Clicked = std::function<void(const Action &)>;
 
-void show_panel(fcitx::InputContext &field, const Opening &opening, const Clicked &clicked);
+void show_panel(fcitx::InputContext &field, const Opening &opening, bool with_codes,
+                const Clicked &clicked);
 void hide_panel(fcitx::InputContext &field);
 
 } // namespace kigou

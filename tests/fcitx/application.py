@@ -27,7 +27,7 @@ if not (shutil.which("fcitx5") and shutil.which("dbus-daemon")):
 PATIENCE = 30  # seconds
 STATES = {"Shift": 1, "Control": 1 << 2, "Alt": 1 << 3}
 KEYS = {
-    "space": 0x20, "comma": 0x2C, "BackSpace": 0xFF08, "Tab": 0xFF09, "Return": 0xFF0D,
+    "space": 0x20, "comma": 0x2C, "period": 0x2E, "BackSpace": 0xFF08, "Tab": 0xFF09, "Return": 0xFF0D,
     "Escape": 0xFF1B, "Home": 0xFF50, "Left": 0xFF51, "Up": 0xFF52, "Right": 0xFF53,
     "Down": 0xFF54, "PageUp": 0xFF55, "PageDown": 0xFF56, "End": 0xFF57, "F5": 0xFFC2,
     "Shift_L": 0xFFE1,
@@ -67,38 +67,33 @@ class Got:
 
 
 class InputMethod:
-    """A running fcitx5 with the module of a build tree."""
+    """A running fcitx5 with the module that is below a folder as installed."""
 
-    def __init__(self, build, config=""):
+    def __init__(self, root, config="", **environment):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="kigou-fcitx-"))
-        self.build = build
         self.environment = {
             key: value for key, value in os.environ.items()
             if key not in ("DISPLAY", "WAYLAND_DISPLAY", "LANGUAGE", "LD_PRELOAD") and not key.startswith("KIGOU_")
         }  # fmt: skip
         for name in ("config", "cache", "run", "data", "state", "program", "common", "tmp"):
             (self.folder / name).mkdir(mode=0o700)
+        addon = next(pathlib.Path(root).glob("lib*/**/libkigou.so")).parent
         own = {name: str(self.folder / name) for name in ("config", "cache", "run", "data", "state", "program", "common", "tmp")}
         system = subprocess.run(["gcc", "-print-multiarch"], capture_output=True, text=True, check=True).stdout.strip()
         self.environment.update(
             HOME=str(self.folder), LC_ALL="C.UTF-8", TMPDIR=own["tmp"],
             XDG_CONFIG_HOME=own["config"], XDG_CACHE_HOME=own["cache"], XDG_RUNTIME_DIR=own["run"],
             XDG_DATA_HOME=own["data"], XDG_STATE_HOME=own["state"],
-            XDG_DATA_DIRS=f"{build}/fcitx/share:/usr/share",
-            FCITX_ADDON_DIRS=f"{build}/fcitx:/usr/lib/{system}/fcitx5",
+            XDG_DATA_DIRS=f"{root}/share:/usr/share", FCITX_ADDON_DIRS=f"{addon}:/usr/lib/{system}/fcitx5",
             KIGOU_PROGRAM_DIR=own["program"], KIGOU_COMMON_DIR=own["common"],
         )  # fmt: skip
         (self.folder / "config/fcitx5").mkdir()
         # It writes the name of the engine over the upper line when it likes.
         (self.folder / "config/fcitx5/config").write_text("[Behavior]\nShowInputMethodInformation=False\n")
-        if config:
-            self.configure(config)
+        (self.folder / "config/fcitx5/conf").mkdir()
+        (self.folder / "config/fcitx5/conf/kigou.conf").write_text(config)
+        self.environment.update(environment)
         self.processes = []
-
-    def configure(self, text):
-        path = self.folder / "config/fcitx5/conf/kigou.conf"
-        path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_text(text)
 
     def put(self, place, name, title, blocks):
         """A symbol file; blocks are pairs of a path and lines of symbols."""
@@ -127,6 +122,9 @@ class InputMethod:
             if fcitx.poll() is not None or time.time() > end:
                 raise AssertionError("fcitx5 does not start:\n" + self.told())
             time.sleep(0.01)
+
+    def controller(self):
+        return dbus.Interface(self.bus.get_object("org.fcitx.Fcitx5", "/controller"), "org.fcitx.Fcitx.Controller1")
 
     def told(self):
         return (self.folder / "log").read_text(errors="replace")

@@ -1,13 +1,14 @@
 #!/usr/bin/python3
 """Types into a text field through fcitx5 and sees what the application and the candidate window get.
 
-usage: keys_test.py BUILD-FOLDER
+usage: keys_test.py FOLDER-OF-MODULE
 """
 
 import os
 import sys
 
 from application import FORMATTED_PREEDIT, PASSWORD, PREEDIT, SENSITIVE, InputMethod, TextField
+from dbus import Dictionary
 
 OPEN = "Control+Alt+comma"
 STANDARD = [("図", "○●"), ("図／星", "☆★"), ("矢印", "→←"), ("面", "□■△▲▽▼◎◇◆∞≠")]
@@ -203,16 +204,16 @@ def check(name, rows, field):
         raise AssertionError(f"{name}: {keys} behind '{before}'\n  expected {expected}\n  got      {got}")
 
 
-def check_scripts(build):
+def check_scripts(root):
     for name, rows in SCRIPTS:
-        with InputMethod(build) as fcitx:
+        with InputMethod(root) as fcitx:
             fcitx.put("program", "default.kig", "標準の記号", STANDARD)
             check(name, rows, TextField(fcitx))
 
 
-def check_fields(build):
+def check_fields(root):
     """Where it opens, and what closes it."""
-    with InputMethod(build) as fcitx:
+    with InputMethod(root) as fcitx:
         fcitx.put("program", "default.kig", "標準の記号", STANDARD)
         check("not in a password field", [(OPEN, "typed"), ("1", "typed")], TextField(fcitx, PREEDIT | PASSWORD))
         sensitive = TextField(fcitx, PREEDIT | SENSITIVE)
@@ -235,18 +236,18 @@ def check_fields(build):
         check("when the field is gone", [("a", "typed"), (OPEN, SECOND)], TextField(fcitx))
 
 
-def check_plain_fields(build):
+def check_plain_fields(root):
     """An application that shows no preedit has what is searched for in the window."""
-    with InputMethod(build) as fcitx:
+    with InputMethod(root) as fcitx:
         fcitx.put("program", "default.kig", "標準の記号", STANDARD)
         field = TextField(fcitx, 0)
         assert field.press(OPEN) and field.press("y").composed == "y"
         assert field.press("1").committed == "ｙ" and not field.got.composed
 
 
-def check_compositions(build):
+def check_compositions(root):
     """What the engine composes is committed before it opens, and only once."""
-    with InputMethod(build) as fcitx:
+    with InputMethod(root) as fcitx:
         fcitx.put("program", "default.kig", "標準の記号", STANDARD)
         for capabilities in (PREEDIT | FORMATTED_PREEDIT, 0):
             field = TextField(fcitx, capabilities)
@@ -256,10 +257,31 @@ def check_compositions(build):
             check("a composition", [(OPEN, "<hel> " + TOP), ("Escape", "-"), ("Control+Alt+h", "-"), ("a", "typed")], field)
 
 
+def check_settings(root):
+    """What fcitx5's settings window shows and sets, at once and at the next start; in Japanese too."""
+    address = "fcitx://config/addon/kigou"
+    with InputMethod(root, "PageSize=2\nShowCodes=False\n", LANGUAGE="ja") as fcitx:
+        fcitx.put("program", "default.kig", "標準の記号", STANDARD)
+        field = TextField(fcitx)
+        check("read from the file", [(OPEN, "記号 | *1 図  4  2 矢印  2  > | "), ("2 y", "[y] 検索  3 | *1 ｙ  英小文字y  2 →  右矢印  標準の記号／矢印  > | ")], field)
+        values, described = fcitx.controller().GetConfig(address)
+        assert (values["PageSize"], values["RecentPicks"], values["ShowCodes"]) == ("2", "100", "False"), values
+        assert [str(option[2]) for option in described[0][1]][1] == "一ページの項目数", described
+        keys = Dictionary({"0": "Control+period", "1": "F5"}, signature="sv")
+        fcitx.controller().SetConfig(address, Dictionary({"TriggerKey": keys, "PageSize": "10", "ShowCodes": "True", "RecentPicks": "1"}, signature="sv"))
+        rows = [("a", "typed"), (OPEN, "typed"), ("Control+period F5", "-"), ("F5 Left 3 0", "<∞>"), ("F5 1", "<□>")]
+        check("set while it runs", rows, field)
+        field.press("F5")
+        assert field.press("Left").candidates[0] == ("1 ", "最近  1"), field.got
+        assert "kuten" not in str(field.press("3")) and "区点 2-10 " in str(field.got), field.got
+        written = (fcitx.folder / "config/fcitx5/conf/kigou.conf").read_text()
+        assert "PageSize=10\n" in written and "1=F5\n" in written, written
+
+
 def main():
-    build = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_plain_fields, check_compositions):
-        test(build)
+    root = os.path.abspath(sys.argv[1])
+    for test in (check_scripts, check_fields, check_plain_fields, check_compositions, check_settings):
+        test(root)
         print(test.__name__, "passes")
 
 
