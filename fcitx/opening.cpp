@@ -47,7 +47,11 @@ void Opening::open(std::size_t page_size) {
         picking_->set_rows(page_size);
         trouble_ = picking_->view(1).message;
         if (trouble_.empty()) trouble_ = told(shelf_->files().spoilt);
+        if (trouble_.empty() && shelf_->sets().empty()) {
+            trouble_ = "no symbol file in " + shelf_->directories().program;
+        }
         picking_->act({.act = Act::point, .number = cursor_});
+        keep_place();
     } catch (const Failure &failure) {
         picking_.reset();
         trouble_ = failure.what();
@@ -61,11 +65,11 @@ void Opening::close() {
 }
 
 std::vector<Sjis> Opening::act(const Action &action) {
-    trouble_.clear();
     if (!picking_) {
         over_ = action.act == Act::cancel;
         return {};
     }
+    trouble_.clear();
     const std::size_t before = picking_->picks().size();
     picking_->act(action);
     keep_place();

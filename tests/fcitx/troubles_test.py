@@ -1,0 +1,98 @@
+#!/usr/bin/python3
+"""What is missing, spoilt or changed on disk, told in the window of the input method, which goes on.
+
+usage: troubles_test.py FOLDER-OF-MODULE
+"""
+
+import os
+import shutil
+import sys
+
+from application import InputMethod, TextField
+from keys_test import OPEN, STANDARD, TOP
+
+ARROWS = "*1 →  右矢印  2 ←  左矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"
+
+
+def standard(fcitx, blocks=tuple(STANDARD)):
+    fcitx.put("program", "default.kig", "標準の記号", blocks)
+
+
+def broken(fcitx, path, text="garbage"):
+    (fcitx.folder / path).write_bytes(text.encode("euc_jp"))
+
+
+# Name, what is done to the files, and keys with what comes of them, at each in turn. The window is
+# closed between.
+TROUBLES = [
+    ("no set", lambda fcitx: None, OPEN + " 1 Return space Tab Left", "Symbols |  | "),
+    ("no set, told", lambda fcitx: None, OPEN, "Symbols  no symbol file in program |  | "),
+    ("no folder", lambda fcitx: (fcitx.folder / "program").rmdir(), OPEN + " y 1 Left",
+     'Symbols  cannot read the directory "program": No such file or directory |  | '),
+    ("closed all the same", lambda fcitx: None, OPEN + " Escape", "-"),
+    ("all there", lambda fcitx: ((fcitx.folder / "program").mkdir(), standard(fcitx)), OPEN, TOP),
+    ("spoilt files beside", lambda fcitx: (broken(fcitx, "common/b.kig"), broken(fcitx, "common/c.kig")), OPEN + " 2 Escape " + OPEN,
+     "標準の記号／矢印  b.kig: the first line is not 〈記号〉 (+1) | " + ARROWS),
+    ("the rest works", lambda fcitx: None, OPEN + " → 1", "<→>"),
+    ("other sets", lambda fcitx: ([path.unlink() for path in (fcitx.folder / "common").iterdir()], fcitx.put("common", "d.kig", "私", [("矢", "→")])),
+     OPEN + " Left Left", "Symbols | 1 最近  1  *2 標準の記号  17  3 私  1 | "),
+    ("a set that goes", lambda fcitx: None, OPEN + " 3", "私 | *1 矢  1 | "),
+    ("it is gone", lambda fcitx: (fcitx.folder / "common/d.kig").unlink(), OPEN, "Symbols  there is no title 私 | *1 最近  1  2 図  4  3 矢印  2  4 面  11 | "),
+    ("another program's change", lambda fcitx: standard(fcitx, STANDARD[2:]), OPEN, "Symbols | *1 最近  1  2 矢印  2  3 面  11 | "),
+    ("a set cut short", lambda fcitx: broken(fcitx, "program/default.kig", "〈記号〉\n名称=標準の記号\n［図"), OPEN, "Symbols | *1 最近  1 | "),
+    ("a spoilt standard set", lambda fcitx: broken(fcitx, "program/default.kig"), OPEN, "Symbols  default.kig: the first line is not 〈記号〉 | *1 最近  1 | "),
+    ("recent picks that cannot be kept", lambda fcitx: (standard(fcitx), shutil.rmtree(fcitx.folder / "state/kigou"), broken(fcitx, "state/kigou")),
+     OPEN + " 2 1", "<→>"),
+    ("the next key", lambda fcitx: None, "a", "typed"),
+]  # fmt: skip
+
+
+def check_troubles(root):
+    with InputMethod(root) as fcitx:
+        field = TextField(fcitx)
+        for name, change, keys, expected in TROUBLES:
+            change(fcitx)
+            committed = ""
+            for key in keys.split():
+                got = field.press(key)
+                committed += got.committed
+            got.committed = committed
+            told = str(got).replace(f"{fcitx.folder}/", "").replace("c.kig", "b.kig")  # they come in any order
+            assert told == expected, f"{name}:\n  expected {expected}\n  got      {told}"
+            field.focus(False)
+            field.focus(True)
+        told = fcitx.told()
+        for line in ("no symbol file in", "cannot read the directory", "kig: the first line", "cannot write"):
+            assert line in told, f"not in the log: {line}"
+
+
+def check_traces(root):
+    """Browsing and picking make no working file, and leave nothing open."""
+    with InputMethod(root) as fcitx:
+        standard(fcitx)
+        field = TextField(fcitx)
+        scratch = fcitx.folder / "tmp"
+
+        def round_trip():
+            for key in f"{OPEN} Home Right Tab Left y a space Right Left h o s h i 1".split():
+                field.press(key)
+
+        round_trip()
+        seen = scratch.stat().st_mtime_ns
+        descriptors = os.listdir(f"/proc/{fcitx.process().pid}/fd")
+        for _ in range(20):
+            round_trip()
+        assert scratch.stat().st_mtime_ns == seen, "a file was made in the temporary directory"
+        left = os.listdir(f"/proc/{fcitx.process().pid}/fd")
+        assert len(left) == len(descriptors), (descriptors, left)
+
+
+def main():
+    root = os.path.abspath(sys.argv[1])
+    for test in (check_troubles, check_traces):
+        test(root)
+        print(test.__name__, "passes")
+
+
+if __name__ == "__main__":
+    main()
