@@ -169,16 +169,9 @@ void Module::take(const std::vector<Sjis> &symbols) {
     fcitx::InputContext *const field = field_.get();
     if (!field || symbols.empty()) return;
     for (const Sjis &symbol : symbols) field->commitString(to_utf8(symbol));
-    if (field->capabilityFlags().testAny(fcitx::CapabilityFlag::PasswordOrSensitive)) return;
-    to_note_.insert(to_note_.end(), symbols.begin(), symbols.end());
-    // When the symbols are on their way: this waits for the disk.
-    noting_ = instance_->eventLoop().addDeferEvent([this](fcitx::EventSource *) {
-        guarded([this] {
-            const std::string trouble = opening_.note(std::exchange(to_note_, {}));
-            if (!trouble.empty()) FCITX_LOGC(log_category, Warn) << trouble;
-        });
-        return true;
-    });
+    if (!field->capabilityFlags().testAny(fcitx::CapabilityFlag::PasswordOrSensitive)) {
+        opening_.note(symbols);
+    }
 }
 
 namespace {

@@ -4,7 +4,6 @@
 #ifndef KIGOU_FCITX_MODULE_H
 #define KIGOU_FCITX_MODULE_H
 
-#include <fcitx-utils/event.h>
 #include <fcitx-utils/trackableobject.h>
 #include <fcitx/addoninstance.h>
 #include <fcitx/inputcontext.h>
@@ -45,8 +44,6 @@ class Module : public fcitx::AddonInstance {
     Config config_;
     Opening opening_;
     fcitx::TrackableObjectReference<fcitx::InputContext> field_; /**< where it is open */
-    std::vector<Sjis> to_note_;
-    std::unique_ptr<fcitx::EventSource> noting_;
     std::vector<std::unique_ptr<fcitx::HandlerTableEntry<fcitx::EventHandler>>> watched_;
 };
 

@@ -1,13 +1,17 @@
 // opening.cpp - see opening.h.
 #include "fcitx/opening.h"
 
+#include <chrono>
 #include <filesystem>
+#include <utility>
 
 #include "fcitx/folders.h"
 #include "picker/failure.h"
 
 namespace kigou {
 namespace {
+
+constexpr std::chrono::milliseconds unseen{20};
 
 std::string told(const std::vector<SpoiltFile> &spoilt) {
     if (spoilt.empty()) return {};
@@ -37,6 +41,7 @@ void Opening::open(std::size_t page_size) {
     close();
     open_ = true;
     try {
+        const std::string unkept = noted();
         if (shelf_) {
             shelf_->refresh();
         } else {
@@ -46,6 +51,7 @@ void Opening::open(std::size_t page_size) {
         picking_ = picking_at(*shelf_, place_);
         picking_->set_rows(page_size);
         trouble_ = picking_->view(1).message;
+        if (trouble_.empty()) trouble_ = unkept;
         if (trouble_.empty()) trouble_ = told(shelf_->files().spoilt);
         if (trouble_.empty() && shelf_->sets().empty()) {
             trouble_ = "no symbol file in " + shelf_->directories().program;
@@ -99,8 +105,23 @@ std::optional<std::size_t> Opening::symbols_below(std::size_t index) const {
     return picking_ ? picking_->symbols_below(index) : std::nullopt;
 }
 
-std::string Opening::note(const std::vector<Sjis> &picks) {
-    return shelf_ ? shelf_->note(picks) : std::string();
+void Opening::note(std::vector<Sjis> picks) {
+    noting_ = std::async(std::launch::async,
+                         [recents = Recents(state_directory(), recent_picks_),
+                          picks = std::move(picks), before = std::move(noting_)]() mutable {
+                             std::string trouble = before.valid() ? before.get() : std::string();
+                             for (const Sjis &pick : picks) {
+                                 const RecentPicks now = recents.add(pick);
+                                 if (!now.trouble.empty()) trouble = now.trouble;
+                             }
+                             return trouble;
+                         });
+}
+
+/** What became of the notes; nothing yet when they take longer than nobody sees. */
+std::string Opening::noted() {
+    if (!noting_.valid() || noting_.wait_for(unseen) != std::future_status::ready) return {};
+    return noting_.get();
 }
 
 } // namespace kigou

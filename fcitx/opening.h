@@ -4,6 +4,7 @@
 #define KIGOU_FCITX_OPENING_H
 
 #include <cstddef>
+#include <future>
 #include <memory>
 #include <optional>
 #include <string>
@@ -40,17 +41,19 @@ class Opening {
     /** As Picking. */
     std::optional<std::size_t> symbols_below(std::size_t index) const;
 
-    /** Notes recent picks, open or not, which waits for the disk. @return what went wrong; else
-     * empty */
-    std::string note(const std::vector<Sjis> &picks);
+    /** Notes recent picks beside the caller, who need not wait for the disk or for other programs;
+        what goes wrong is told at the next opening. */
+    void note(std::vector<Sjis> picks);
 
   private:
     void keep_place();
+    std::string noted();
 
     std::size_t recent_picks_ = Recents::most;
     std::unique_ptr<Shelf> shelf_;     /**< none until it could be made */
     std::unique_ptr<Picking> picking_; /**< none when there is nothing to pick from */
     bool open_ = false, over_ = false;
+    std::future<std::string> noting_; /**< the last note, behind those before it */
     std::string trouble_;    /**< told until the first action, or as long as there is no picking */
     std::string place_;      /**< path of the column that one was in last, searches aside */
     std::size_t cursor_ = 0; /**< in it */
