@@ -157,8 +157,8 @@ SCRIPTS = [
         [
             (OPEN + " ほ し", "[ほし] Search  2 | *1 ☆  白星  標準の記号／図／星  2 ★  黒星  標準の記号／図／星 | kuten 1-89  JIS 2179  Shift_JIS 8199  U+2606"),
             ("BackSpace BackSpace", TOP),
-            ("ｙ ａ ｊ ｉ", "[yaji  やじ] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
-            ("＊", "[yaji*] Search  0  nothing is found |  | "),
+            ("Shift+Ｙ ａ ｊ ｉ", "[Yaji  やじ] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+            ("＊", "[Yaji*] Search  0  nothing is found |  | "),
             ("Escape", TOP),
             ("→", "[→] Search  1 | *1 →  右矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
             ("１", "<→>"),
@@ -167,7 +167,7 @@ SCRIPTS = [
     (
         "takes digits into codes",
         [
-            (OPEN + " U + 2 6", "[U+26] Search  1 | *1 ＆  アンパサンド | kuten 1-85  JIS 2175  Shift_JIS 8195  U+FF06"),
+            (OPEN + " Shift+U Shift+plus 2 6", "[U+26] Search  1 | *1 ＆  アンパサンド | kuten 1-85  JIS 2175  Shift_JIS 8195  U+FF06"),
             ("0 6", "[U+2606] Search  1 | *1 ☆  白星  標準の記号／図／星 | kuten 1-89  JIS 2179  Shift_JIS 8199  U+2606"),
             ("1", "<☆>"),
             (OPEN + " k : 2 - 1", "[k:2-1] Search  1 | *1 ◆  黒ひし形  標準の記号／面 | kuten 2-1  JIS 2221  Shift_JIS 819F  U+25C6"),
