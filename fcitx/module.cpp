@@ -36,7 +36,6 @@ Module::Module(fcitx::Instance *instance) : instance_(instance) {
     const auto close_there = [this](fcitx::Event &event) {
         if (is_open_in(static_cast<fcitx::InputContextEvent &>(event).inputContext())) close();
     };
-    // Before fcitx5 commits what stands in the preedit of a field that loses the focus.
     for (const EventType type : {EventType::InputContextFocusOut, EventType::InputContextReset,
                                  EventType::InputContextSwitchInputMethod}) {
         watch(type, close_there);
@@ -83,13 +82,13 @@ void Module::watch(fcitx::EventType type, std::function<void(fcitx::Event &)> ha
 void Module::guarded(const std::function<void()> &work) noexcept {
     try {
         try {
-            work();
+            return work();
         } catch (const std::exception &error) {
             FCITX_LOGC(log_category, Error) << error.what();
-            close();
         }
+        close();
     } catch (...) {
-        FCITX_LOGC(log_category, Error) << "could not be closed";
+        FCITX_LOGC(log_category, Error) << "the symbols could not be closed";
     }
 }
 
