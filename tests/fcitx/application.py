@@ -115,7 +115,9 @@ class InputMethod:
 
     def start(self):
         self.log = (self.folder / "log").open("ab")
-        fcitx = subprocess.Popen(["fcitx5", f"--disable={NO_DISPLAY}"], stdout=self.log, stderr=self.log, env=self.environment)
+        # A module with sanitizers wants their runtime in a program that was built without.
+        environment = self.environment | {"LD_PRELOAD": os.environ.get("KIGOU_SANITIZERS", ""), "ASAN_OPTIONS": "detect_leaks=0"}
+        fcitx = subprocess.Popen(["fcitx5", f"--disable={NO_DISPLAY}"], stdout=self.log, stderr=self.log, env=environment)
         self.processes.append(fcitx)
         end = time.time() + PATIENCE
         while not self.bus.name_has_owner("org.fcitx.Fcitx5"):
@@ -133,13 +135,16 @@ class InputMethod:
         return self.processes[-1]
 
     def __exit__(self, failure, *_):
+        ends = []
         for process in reversed(self.processes):
             process.terminate()
-            process.wait(PATIENCE)
+            ends.append(process.wait(PATIENCE))
+        told = self.told()
         if failure:
-            print(self.told()[-4000:])
-        else:
-            shutil.rmtree(self.folder)
+            print(told[-4000:])
+            return
+        assert ends[0] == 0 and "Sanitizer" not in told and "runtime error" not in told, (ends, told[-4000:])
+        shutil.rmtree(self.folder)
 
 
 class TextField:

@@ -278,9 +278,16 @@ def check_settings(root):
         assert "PageSize=10\n" in written and "1=F5\n" in written, written
 
 
+def check_installed_set(root):
+    """The standard set is that of the module's own prefix when no variable names another."""
+    with InputMethod(root, KIGOU_PROGRAM_DIR="") as fcitx:
+        got = TextField(fcitx).press(OPEN)
+        assert got.candidates[0] == ("1 ", "記述記号  37"), got
+
+
 def main():
     root = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_plain_fields, check_compositions, check_settings):
+    for test in (check_scripts, check_fields, check_plain_fields, check_compositions, check_settings, check_installed_set):
         test(root)
         print(test.__name__, "passes")
 
