@@ -85,6 +85,14 @@ bool Shelf::prepare_index() const {
     return false;
 }
 
+void Shelf::show_recent(const std::vector<Sjis> &picks, std::size_t most) {
+    for (const Sjis &symbol : picks) {
+        std::erase(recent_, symbol);
+        recent_.insert(recent_.begin(), symbol);
+    }
+    recent_.resize(std::min(recent_.size(), most));
+}
+
 std::string Shelf::note(const std::vector<Sjis> &picks) {
     std::string trouble;
     for (const Sjis &symbol : picks) {

@@ -58,6 +58,13 @@ class Shelf {
     /** Recent picks as they were at the last look, newest first. */
     const std::vector<Sjis> &recent() const { return recent_; }
 
+    /**
+     * Has picks, in their order, among the recent ones until the next look; for a front end that
+     * notes them elsewhere.
+     * @param most  recent picks to have
+     */
+    void show_recent(const std::vector<Sjis> &picks, std::size_t most);
+
     /** Notes picks, in their order. @return a line for people when that failed; else empty */
     std::string note(const std::vector<Sjis> &picks);
 
