@@ -11,8 +11,6 @@
 namespace kigou {
 namespace {
 
-constexpr std::chrono::milliseconds unseen{20};
-
 std::string told(const std::vector<SpoiltFile> &spoilt) {
     if (spoilt.empty()) return {};
     const std::string name = std::filesystem::path(spoilt.front().path).filename();
@@ -48,6 +46,7 @@ void Opening::open(std::size_t page_size) {
             shelf_ = std::make_unique<Shelf>(module_directories(),
                                              Recents(state_directory(), recent_picks_));
         }
+        shelf_->show_recent(unnoted_, recent_picks_);
         picking_ = picking_at(*shelf_, place_);
         picking_->set_rows(page_size);
         trouble_ = picking_->view(1).message;
@@ -106,6 +105,8 @@ std::optional<std::size_t> Opening::symbols_below(std::size_t index) const {
 }
 
 void Opening::note(std::vector<Sjis> picks) {
+    if (shelf_) shelf_->show_recent(picks, recent_picks_);
+    unnoted_.insert(unnoted_.end(), picks.begin(), picks.end());
     noting_ = std::async(std::launch::async,
                          [recents = Recents(state_directory(), recent_picks_),
                           picks = std::move(picks), before = std::move(noting_)]() mutable {
@@ -118,9 +119,11 @@ void Opening::note(std::vector<Sjis> picks) {
                          });
 }
 
-/** What became of the notes; nothing yet when they take longer than nobody sees. */
+/** What went wrong with the notes; nothing while they are not done. */
 std::string Opening::noted() {
-    if (!noting_.valid() || noting_.wait_for(unseen) != std::future_status::ready) return {};
+    constexpr std::chrono::seconds at_once{0};
+    if (!noting_.valid() || noting_.wait_for(at_once) != std::future_status::ready) return {};
+    unnoted_.clear();
     return noting_.get();
 }
 

@@ -53,6 +53,7 @@ class Opening {
     std::unique_ptr<Shelf> shelf_;     /**< none until it could be made */
     std::unique_ptr<Picking> picking_; /**< none when there is nothing to pick from */
     bool open_ = false, over_ = false;
+    std::vector<Sjis> unnoted_;       /**< what that has and may not be on disk yet */
     std::future<std::string> noting_; /**< the last note, behind those before it */
     std::string trouble_;    /**< told until the first action, or as long as there is no picking */
     std::string place_;      /**< path of the column that one was in last, searches aside */

@@ -32,7 +32,7 @@ KEYS = {
     "Down": 0xFF54, "PageUp": 0xFF55, "PageDown": 0xFF56, "End": 0xFF57, "F5": 0xFFC2,
     "Shift_L": 0xFFE1,
 }  # fmt: skip
-PREEDIT, PASSWORD, FORMATTED_PREEDIT, SENSITIVE = 1 << 1, 1 << 3, 1 << 4, 1 << 36
+PREEDIT, PASSWORD, FORMATTED_PREEDIT, SURROUNDING, SENSITIVE = 1 << 1, 1 << 3, 1 << 4, 1 << 6, 1 << 36
 DRAWS_CANDIDATES = 1 << 39
 NO_DISPLAY = "wayland,waylandim,xcb,xim,classicui,kimpanel,notificationitem,notifications"
 
@@ -119,11 +119,22 @@ class InputMethod:
         environment = self.environment | {"LD_PRELOAD": os.environ.get("KIGOU_SANITIZERS", ""), "ASAN_OPTIONS": "detect_leaks=0"}
         fcitx = subprocess.Popen(["fcitx5", f"--disable={NO_DISPLAY}"], stdout=self.log, stderr=self.log, env=environment)
         self.processes.append(fcitx)
+        self.wait("fcitx5 does not start", lambda: self.bus.name_has_owner("org.fcitx.Fcitx5"))
+        self.threads = self.running_threads()
+
+    def wait(self, otherwise, until):
         end = time.time() + PATIENCE
-        while not self.bus.name_has_owner("org.fcitx.Fcitx5"):
-            if fcitx.poll() is not None or time.time() > end:
-                raise AssertionError("fcitx5 does not start:\n" + self.told())
+        while not until():
+            if self.process().poll() is not None or time.time() > end:
+                raise AssertionError(otherwise + ":\n" + self.told())
             time.sleep(0.01)
+
+    def running_threads(self):
+        return len(os.listdir(f"/proc/{self.process().pid}/task"))
+
+    def wait_for_notes(self):
+        """Picks are noted by a thread."""
+        self.wait("a note is not done", lambda: self.running_threads() == self.threads)
 
     def controller(self):
         return dbus.Interface(self.bus.get_object("org.fcitx.Fcitx5", "/controller"), "org.fcitx.Fcitx.Controller1")
@@ -205,6 +216,11 @@ class TextField:
         self.context.FocusIn() if gained else self.context.FocusOut()
         self.settle()
         return dataclasses.replace(self.got)
+
+    def select(self, text, anchor, cursor):
+        """What stands around the cursor, and that part of it is selected."""
+        self.context.SetSurroundingText(text, dbus.UInt32(cursor), dbus.UInt32(anchor))
+        self.settle()
 
     def destroy(self):
         self.context.DestroyIC()
