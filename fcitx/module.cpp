@@ -23,6 +23,18 @@ FCITX_DEFINE_LOG_CATEGORY(log_category, "kigou");
 
 constexpr const char *config_file = "conf/kigou.conf";
 
+std::string selected_in(const fcitx::InputContext &field) {
+    const fcitx::SurroundingText &text = field.surroundingText();
+    return text.isValid() ? text.selectedText() : std::string();
+}
+
+bool is_symbol(const std::string &text) {
+    const std::u32string characters = to_characters(text);
+    if (characters.size() != 1) return false;
+    const auto sjis = sjis_of(characters.front());
+    return sjis && sjis->size() == 2;
+}
+
 const fcitx::CapabilityFlags closed_to{fcitx::CapabilityFlag::Password,
                                        fcitx::CapabilityFlag::Disable};
 
@@ -124,6 +136,9 @@ void Module::open(fcitx::InputContext &field) {
     if (const View view = opening_.view(); !view.message.empty()) {
         FCITX_LOGC(log_category, Warn) << view.message;
     }
+    const std::string selection = selected_in(field);
+    selected_ = !selection.empty();
+    if (is_symbol(selection)) opening_.act({Act::type, selection});
     draw();
 }
 
@@ -157,7 +172,7 @@ void Module::act(const Action &action) {
 void Module::draw() {
     fcitx::InputContext *const field = field_.get();
     if (!field) return close();
-    show_panel(*field, opening_, *config_.codes, [this](const Action &action) {
+    show_panel(*field, opening_, {*config_.codes, selected_}, [this](const Action &action) {
         guarded([&] {
             if (opening_.is_open()) act(action);
         });

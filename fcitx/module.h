@@ -43,6 +43,7 @@ class Module : public fcitx::AddonInstance {
     fcitx::Instance *instance_;
     Config config_;
     Opening opening_;
+    bool selected_ = false; /**< whether something is selected in the field */
     fcitx::TrackableObjectReference<fcitx::InputContext> field_; /**< where it is open */
     std::vector<std::unique_ptr<fcitx::HandlerTableEntry<fcitx::EventHandler>>> watched_;
 };

@@ -129,18 +129,19 @@ void update(fcitx::InputContext &field) {
 
 } // namespace
 
-void show_panel(fcitx::InputContext &field, const Opening &opening, bool with_codes,
+void show_panel(fcitx::InputContext &field, const Opening &opening, PanelStyle style,
                 const Clicked &clicked) {
     const View view = opening.view();
     fcitx::InputPanel &panel = field.inputPanel();
     panel.reset();
     panel.setAuxUp(Text(upper_line(view)));
-    if (view.searching && field.capabilityFlags().test(fcitx::CapabilityFlag::Preedit)) {
+    if (view.searching && !style.preedit_in_window &&
+        field.capabilityFlags().test(fcitx::CapabilityFlag::Preedit)) {
         panel.setClientPreedit(preedit_of(view.query));
     } else if (view.searching) {
         panel.setPreedit(preedit_of(view.query));
     }
-    if (view.symbol && with_codes) panel.setAuxDown(Text(codes_of(*view.symbol)));
+    if (view.symbol && style.codes) panel.setAuxDown(Text(codes_of(*view.symbol)));
     if (!view.columns.empty() && view.columns.front().total != 0) {
         const ViewColumn &column = view.columns.front();
         std::vector<std::string> texts;

@@ -11,10 +11,16 @@
 
 namespace kigou {
 
+struct PanelStyle {
+    bool codes;             /**< the lower line has them */
+    bool preedit_in_window; /**< although the field would show it: it would take the place of what
+                                 is selected there */
+};
+
 /** What a click or a button of the candidate window does. */
 using Clicked = std::function<void(const Action &)>;
 
-void show_panel(fcitx::InputContext &field, const Opening &opening, bool with_codes,
+void show_panel(fcitx::InputContext &field, const Opening &opening, PanelStyle style,
                 const Clicked &clicked);
 void hide_panel(fcitx::InputContext &field);
 

@@ -7,7 +7,7 @@ usage: keys_test.py FOLDER-OF-MODULE
 import os
 import sys
 
-from application import FORMATTED_PREEDIT, PASSWORD, PREEDIT, SENSITIVE, InputMethod, TextField
+from application import FORMATTED_PREEDIT, PASSWORD, PREEDIT, SENSITIVE, SURROUNDING, InputMethod, TextField
 from dbus import Dictionary
 
 OPEN = "Control+Alt+comma"
@@ -257,6 +257,26 @@ def check_compositions(root):
             check("a composition", [(OPEN, "<hel> " + TOP), ("Escape", "-"), ("Control+Alt+h", "-"), ("a", "typed")], field)
 
 
+def check_selections(root):
+    """A symbol that is selected is looked for; what was typed does not take its place."""
+    minus = '[−] Search  2 | *1 −  負符号  標準の記号／線  2 ‐  ハイフン  標準の記号／線 | kuten 1-61  JIS 215D  Shift_JIS 817C  U+2212'
+    selections = [
+        ("a symbol", "a−b", 1, 2, "", minus),
+        ("backwards", "a−b", 2, 1, "", minus),
+        ("no symbol", "a−b", 0, 1, "", "Symbols | *1 線  2 | "),
+        ("several", "−−", 0, 2, "", "Symbols | *1 線  2 | "),
+        ("nothing", "a−b", 1, 1, "", "Symbols | *1 線  2 | "),
+        ("search beside it", "−−", 0, 2, " −", minus),
+    ]
+    for name, text, anchor, cursor, keys, expected in selections:
+        with InputMethod(root) as fcitx:
+            fcitx.put("program", "default.kig", "標準の記号", [("線", "−‐")])
+            field = TextField(fcitx, PREEDIT | FORMATTED_PREEDIT | SURROUNDING)
+            field.select(text, anchor, cursor)
+            check(name, [(OPEN + keys, expected)], field)
+            assert not field.got.preedit, f"{name}: takes the place of what is selected"
+
+
 def check_settings(root):
     """What fcitx5's settings window shows and sets, at once and at the next start; in Japanese too."""
     address = "fcitx://config/addon/kigou"
@@ -287,7 +307,7 @@ def check_installed_set(root):
 
 def main():
     root = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_plain_fields, check_compositions, check_settings, check_installed_set):
+    for test in (check_scripts, check_fields, check_plain_fields, check_compositions, check_selections, check_settings, check_installed_set):
         test(root)
         print(test.__name__, "passes")
 
