@@ -23,7 +23,9 @@ struct Binding {
 constexpr Binding bindings[] = {
     {FcitxKey_Escape, Act::cancel, Act::back},
     {FcitxKey_Return, Act::enter, Act::enter},
+    {FcitxKey_Return, Act::enter, Act::enter, true},
     {FcitxKey_KP_Enter, Act::enter, Act::enter},
+    {FcitxKey_KP_Enter, Act::enter, Act::enter, true},
     {FcitxKey_Right, Act::enter_title, Act::show},
     {FcitxKey_Left, Act::back, Act::back},
     {FcitxKey_BackSpace, Act::back, Act::erase},
@@ -74,13 +76,14 @@ bool takes_digit(const std::string &query) {
 
 } // namespace
 
-std::optional<Action> action_of(const Key &pressed, const View &view) {
+std::optional<Command> command_of(const Key &pressed, const View &view) {
     const Key key = plain(pressed);
     const auto states = key.states();
     if (key.digitSelection(states) >= 0 && (!states || states == KeyState::Alt)) {
         const int digit = key.digitSelection(states); // 0 is behind 9
         if (states || !view.searching || !takes_digit(view.query)) {
-            return Action{.act = Act::take_number, .number = static_cast<std::size_t>(digit + 1)};
+            return Command{
+                {.act = Act::take_number, .number = static_cast<std::size_t>(digit + 1)}};
         }
     }
     const bool shift = states == KeyState::Shift;
@@ -90,14 +93,15 @@ std::optional<Action> action_of(const Key &pressed, const View &view) {
     if (binding == std::end(bindings)) {
         const char32_t character = Key::keySymToUnicode(key.sym());
         if (character <= ' ' || character == 0x7F) return std::nullopt;
-        return Action{Act::type, to_utf8(character)};
+        return Command{{Act::type, to_utf8(character)}};
     }
-    if (!view.searching) return Action{binding->browsing};
+    const bool with_partner = shift && binding->browsing == Act::enter;
+    if (!view.searching) return Command{{binding->browsing}, with_partner};
     // Nothing to search for any more is no search any more.
     if (binding->searching == Act::erase && without_last(view.query).empty()) {
-        return Action{Act::back};
+        return Command{{Act::back}};
     }
-    return Action{binding->searching};
+    return Command{{binding->searching}, with_partner};
 }
 
 } // namespace kigou

@@ -10,8 +10,13 @@
 
 namespace kigou {
 
-/** Nothing for a key that does nothing here. Act::cancel is to close. */
-std::optional<Action> action_of(const fcitx::Key &key, const View &view);
+struct Command {
+    Action action;             /**< Act::cancel is to close */
+    bool with_partner = false; /**< of a bracket that is taken, both */
+};
+
+/** Nothing for a key that does nothing here. */
+std::optional<Command> command_of(const fcitx::Key &key, const View &view);
 
 } // namespace kigou
 

@@ -13,8 +13,8 @@
 #include <utility>
 
 #include "fcitx/folders.h"
-#include "fcitx/keys.h"
 #include "fcitx/panel.h"
+#include "picker/brackets.h"
 
 namespace kigou {
 namespace {
@@ -120,9 +120,9 @@ void Module::take_key(fcitx::KeyEvent &event) {
     if (!open_here) return;
     event.filter(); // no engine gets it
     if (event.isRelease() || key.isModifier()) return;
-    if (const auto action = action_of(key, opening_.view())) {
+    if (const auto command = command_of(key, opening_.view())) {
         event.accept();
-        act(*action);
+        act(*command);
     } else if (!key.hasModifier()) {
         event.accept();
     }
@@ -163,8 +163,8 @@ void Module::close() {
     field_.unwatch();
 }
 
-void Module::act(const Action &action) {
-    take(opening_.act(action));
+void Module::act(const Command &command) {
+    take(opening_.act(command.action), command.with_partner);
     if (opening_.is_over()) return close();
     draw();
 }
@@ -174,15 +174,18 @@ void Module::draw() {
     if (!field) return close();
     show_panel(*field, opening_, {*config_.codes, selected_}, [this](const Action &action) {
         guarded([&] {
-            if (opening_.is_open()) act(action);
+            if (opening_.is_open()) act({action});
         });
     });
 }
 
-void Module::take(const std::vector<Sjis> &symbols) {
+void Module::take(const std::vector<Sjis> &symbols, bool with_partner) {
     fcitx::InputContext *const field = field_.get();
     if (!field || symbols.empty()) return;
-    for (const Sjis &symbol : symbols) field->commitString(to_utf8(symbol));
+    for (const Sjis &symbol : symbols) {
+        const auto pair = with_partner ? bracket_pair(symbol) : std::nullopt;
+        field->commitString(pair ? to_utf8(pair->first) + to_utf8(pair->second) : to_utf8(symbol));
+    }
     if (!field->capabilityFlags().testAny(fcitx::CapabilityFlag::PasswordOrSensitive)) {
         opening_.note(symbols);
     }

@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "fcitx/config.h"
+#include "fcitx/keys.h"
 #include "fcitx/opening.h"
 
 namespace kigou {
@@ -33,10 +34,10 @@ class Module : public fcitx::AddonInstance {
     void take_key(fcitx::KeyEvent &event);
     void open(fcitx::InputContext &field);
     void close();
-    void act(const Action &action);
+    void act(const Command &command);
     void draw();
     void use_config();
-    void take(const std::vector<Sjis> &symbols);
+    void take(const std::vector<Sjis> &symbols, bool with_partner);
     void commit_composition(fcitx::InputContext &field);
     bool is_open_in(const fcitx::InputContext *field) const;
 

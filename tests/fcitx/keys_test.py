@@ -96,6 +96,16 @@ SCRIPTS = [
         ],
     ),
     (
+        "takes a bracket with its partner",
+        [
+            (OPEN + " 「 Shift+Return", "<「」>"),
+            (OPEN + " 』 Shift+Return", "<『』>"),
+            (OPEN + " → Shift+Return", "<→>"),
+            (OPEN + " 「 Return", "<「>"),
+            (OPEN + " Home Shift+Return", "最近 | *1 「  始めかぎ括弧  2 →  右矢印  3 』  終わり二重かぎ括弧 | kuten 1-54  JIS 2156  Shift_JIS 8175  U+300C"),
+        ],
+    ),
+    (
         "begins where it was left",
         [
             (OPEN, TOP),
