@@ -219,6 +219,13 @@ class TextField:
         self.settle()
         return dataclasses.replace(self.got)
 
+    def click(self, what, *arguments):
+        """A click in the window: NextPage, PrevPage, SelectCandidate with a number from 0."""
+        self.got.handled, self.got.committed = True, ""
+        getattr(self.context, what)(*arguments)
+        self.settle()
+        return dataclasses.replace(self.got)
+
     def focus(self, gained):
         """@return what came of it"""
         self.got.handled, self.got.committed = True, ""

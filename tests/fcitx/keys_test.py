@@ -246,6 +246,24 @@ def check_fields(root):
         check("when the field is gone", [("a", "typed"), (OPEN, SECOND)], TextField(fcitx))
 
 
+def check_clicks(root):
+    with InputMethod(root) as fcitx:
+        fcitx.put("program", "default.kig", "標準の記号", STANDARD)
+        field = TextField(fcitx)
+        field.press(OPEN)
+        clicks = [
+            (("SelectCandidate", 2), ("□", "")),
+            (("NextPage",), ("∞", "")),
+            (("PrevPage",), ("□", "")),
+            (("NextPage",), ("∞", "")),
+            (("SelectCandidate", 1), ("", "≠")),
+        ]
+        for click, (first, committed) in clicks:
+            got = field.click(*click)
+            shown = got.candidates[0][1].split()[0] if got.candidates else ""
+            assert (shown, got.committed) == (first, committed), (click, got)
+
+
 def check_plain_fields(root):
     """An application that shows no preedit has what is searched for in the window."""
     with InputMethod(root) as fcitx:
@@ -317,7 +335,7 @@ def check_installed_set(root):
 
 def main():
     root = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_plain_fields, check_compositions, check_selections, check_settings, check_installed_set):
+    for test in (check_scripts, check_fields, check_clicks, check_plain_fields, check_compositions, check_selections, check_settings, check_installed_set):
         test(root)
         print(test.__name__, "passes")
 
