@@ -70,7 +70,7 @@ std::string why_no_columns(int descriptor) {
     const char *const name = std::getenv("TERM");
     if (!name || *name == '\0') return "TERM is not set, so columns cannot be shown";
     int error = 0; // without it a name that is not known ends the program
-    const bool known = setupterm(name, descriptor, &error) == OK;
+    const bool known = cur_term != nullptr || setupterm(name, descriptor, &error) == OK;
     if (known && !word("cup").empty() && !word("clear").empty()) return {};
     return std::string("TERM=") + name + " cannot show columns";
 }

@@ -198,7 +198,7 @@ class Picking {
 
     // The search, in picking_search.cpp.
     bool search_action(const Action &action);
-    void look_for(std::string query);
+    void look_for(const std::string &query);
     void show_found();
     void step_found(bool forward);
 

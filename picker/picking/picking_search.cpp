@@ -36,7 +36,7 @@ bool Picking::search_action(const Action &action) {
     }
 }
 
-void Picking::look_for(std::string query) {
+void Picking::look_for(const std::string &query) {
     searching_ = true;
     query_ = beginning_of(query, most_looked_for);
     found_cursor_ = 0;
