@@ -1,6 +1,7 @@
 // browse.cpp - see browse.h.
 #include "browser/browse.h"
 
+#include <chrono>
 #include <optional>
 
 #include "browser/drawing.h"
@@ -12,8 +13,13 @@
 namespace kigou {
 namespace {
 
-constexpr int escape_wait = 50;  // milliseconds until an escape is one by itself
-constexpr int rest_wait = 2000;  // the same until the rest of a sequence or a paste is given up
+/** How long the rest of what has begun may take. */
+std::chrono::milliseconds wait_for(KeyReader::Rest rest) {
+    using std::chrono::milliseconds;
+    if (rest == KeyReader::Rest::escape) return milliseconds(50); // else it is a key by itself
+    return rest == KeyReader::Rest::paste ? milliseconds(20000) : milliseconds(2000);
+}
+
 constexpr int look_again = 1000; // milliseconds between looks at what other programs do
 constexpr std::size_t most_columns = 8;
 
@@ -38,7 +44,7 @@ class Browser {
                 // A click is at what the keys before it made to be shown.
                 if (key.name == KeyName::click) draw();
                 // What was pasted without marks is looked for once, and not at each character.
-                const bool typing = is_typed(key) && use_of(picking_.view(1)) != KeyUse::commands;
+                const bool typing = is_typed(key) && use() != KeyUse::commands;
                 while (typing && i + 1 < keys.size() && is_typed(keys[i + 1])) {
                     key.text += keys[++i].text;
                 }
@@ -52,6 +58,8 @@ class Browser {
     }
 
   private:
+    KeyUse use() const { return use_of(picking_.is_asking(), picking_.is_searching()); }
+
     bool resized() const {
         return terminal_.size() != Terminal::Size{screen_.rows(), screen_.columns()};
     }
@@ -80,16 +88,28 @@ class Browser {
         const bool busy = shelf_.prepare_index();
         reader_.take(terminal_.read(busy ? 0 : look_again));
         while (auto key = reader_.next(false)) keys.push_back(std::move(*key));
-        for (std::string more = "more"; reader_.rest() != KeyReader::Rest::nothing;) {
-            const bool escape = reader_.rest() == KeyReader::Rest::escape;
-            more = terminal_.read(escape ? escape_wait : rest_wait);
+        while (reader_.rest() != KeyReader::Rest::nothing) {
+            const std::string more = read_rest();
             reader_.take(more);
             // A paste that never ends is dropped: nobody typed it.
-            const bool waited = more.empty();
-            if (waited && reader_.rest() == KeyReader::Rest::paste) reader_ = KeyReader();
-            while (auto key = reader_.next(waited)) keys.push_back(std::move(*key));
+            if (more.empty() && reader_.rest() == KeyReader::Rest::paste) reader_ = KeyReader();
+            while (auto key = reader_.next(more.empty())) keys.push_back(std::move(*key));
         }
         return keys;
+    }
+
+    /** More bytes of what has begun; none when nothing came for as long as that may take. */
+    std::string read_rest() {
+        using Clock = std::chrono::steady_clock;
+        const auto until = Clock::now() + wait_for(reader_.rest());
+        for (;;) {
+            const auto left =
+                std::chrono::ceil<std::chrono::milliseconds>(until - Clock::now()).count();
+            if (left <= 0) return {};
+            // A window of another size ends a read too.
+            std::string more = terminal_.read(static_cast<int>(left));
+            if (!more.empty()) return more;
+        }
     }
 
     void press(const Key &key) {
@@ -102,7 +122,7 @@ class Browser {
             return;
         }
         if (key.name == KeyName::click) return click(key);
-        const Command command = command_of(key, use_of(picking_.view(1)));
+        const Command command = command_of(key, use());
         if (command.own == Command::Own::help) help_ = 0;
         if (command.own == Command::Own::redraw) screen_.forget();
         if (command.action) picking_.act(*command.action);

@@ -129,9 +129,9 @@ std::optional<Command> bound(std::span<const Binding> bindings, const Key &key) 
 
 } // namespace
 
-KeyUse use_of(const View &view) {
-    if (!view.asking.empty()) return KeyUse::answer;
-    return view.searching ? KeyUse::search : KeyUse::commands;
+KeyUse use_of(bool asking, bool searching) {
+    if (asking) return KeyUse::answer;
+    return searching ? KeyUse::search : KeyUse::commands;
 }
 
 Command command_of(const Key &key, KeyUse use) {
@@ -182,7 +182,7 @@ std::vector<std::string> key_help(std::size_t cells) {
 }
 
 std::vector<std::string> key_hints(const View &view) {
-    switch (use_of(view)) {
+    switch (use_of(!view.asking.empty(), view.searching)) {
         case KeyUse::answer:
             return {"Enter do it", "Esc leave it", "Up Down choose", "Tab complete"};
         case KeyUse::search:

@@ -21,7 +21,7 @@ struct Command {
 /** What characters are: commands, what is looked for, or the answer to a question. */
 enum class KeyUse { commands, search, answer };
 
-KeyUse use_of(const View &view);
+KeyUse use_of(bool asking, bool searching);
 
 Command command_of(const Key &key, KeyUse use);
 

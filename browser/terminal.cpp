@@ -110,13 +110,12 @@ Terminal::~Terminal() {
 
 void Terminal::take_over() {
     tcgetattr(descriptor_, &before_);
-    termios raw = before_;
-    raw.c_iflag &= static_cast<tcflag_t>(~(ICRNL | INLCR | IGNCR | ISTRIP | IXON));
-    raw.c_lflag &= static_cast<tcflag_t>(~(ICANON | ECHO | ISIG | IEXTEN));
-    raw.c_cc[VMIN] = 1;
-    raw.c_cc[VTIME] = 0;
-    raw_ = raw;
-    tcsetattr(descriptor_, TCSADRAIN, &raw);
+    raw_ = before_;
+    raw_.c_iflag &= static_cast<tcflag_t>(~(ICRNL | INLCR | IGNCR | ISTRIP | IXON));
+    raw_.c_lflag &= static_cast<tcflag_t>(~(ICANON | ECHO | ISIG | IEXTEN));
+    raw_.c_cc[VMIN] = 1;
+    raw_.c_cc[VTIME] = 0;
+    tcsetattr(descriptor_, TCSADRAIN, &raw_);
     struct sigaction action {};
     action.sa_handler = note_end; // without SA_RESTART: a read ends with it
     for (const int signal : end_signals) sigaction(signal, &action, nullptr);
@@ -136,8 +135,7 @@ bool Terminal::was_away() {
     }
     if (went_on == 0) return false;
     went_on = 0;
-    termios raw = raw_;
-    tcsetattr(descriptor_, TCSADRAIN, &raw);
+    tcsetattr(descriptor_, TCSADRAIN, &raw_);
     write(enter_);
     return true;
 }

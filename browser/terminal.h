@@ -12,7 +12,10 @@
 
 namespace kigou {
 
-/** Why columns cannot be drawn on a terminal, going by TERM; empty when they can. */
+/**
+ * Why columns cannot be drawn on a terminal, going by TERM; empty when they can. The description
+ * of the terminal is read once in a process, and a Terminal goes by the same.
+ */
 std::string why_no_columns(int descriptor);
 
 /** @throws Failure (failed) when the terminal is gone */

@@ -142,16 +142,18 @@ EditReport History::finish(Edit &edit, bool joined) {
 }
 
 EditReport History::delete_set(const Title &title, const EditOptions &options,
-                               const EditHooks &hooks) {
+                               const EditHooks &hooks,
+                               const std::function<void(const std::string &)> &look) {
     std::optional<Seen> before;
-    const auto look = [&](const std::string &path) {
+    const auto look_and_keep = [&](const std::string &path) {
+        if (look) look(path);
         try {
             before = seen(path);
         } catch (const Failure &) {
             // It goes all the same.
         }
     };
-    EditReport report = kigou::delete_set(directories_, title, options, hooks, look);
+    EditReport report = kigou::delete_set(directories_, title, options, hooks, look_and_keep);
     if (!report.saved) return report;
     try {
         note(report.changes, before, Seen{}, false);

@@ -44,8 +44,9 @@ class History {
      */
     EditReport finish(Edit &edit, bool joined = false);
 
-    /** Deletes a symbol file and remembers it. @throws Failure as kigou::delete_set */
-    EditReport delete_set(const Title &title, const EditOptions &options, const EditHooks &hooks);
+    /** Deletes a symbol file and remembers it. @param look @throws Failure as kigou::delete_set */
+    EditReport delete_set(const Title &title, const EditOptions &options, const EditHooks &hooks,
+                          const std::function<void(const std::string &)> &look = {});
 
     /** The step that undo and redo would take; nothing when there is none. */
     std::optional<HistoryStep> to_undo() const;
@@ -60,12 +61,6 @@ class History {
      */
     EditReport undo(const EditHooks &hooks);
     EditReport redo(const EditHooks &hooks);
-
-    /** How many can be undone. */
-    std::size_t steps() const { return undo_.size(); }
-
-    /** Forgets what could be redone. */
-    void forget_redo() { redo_.clear(); }
 
     /** Forgets the step that undo, or redo, would take, with those that it is one with. */
     void pass_over(bool redo);

@@ -52,7 +52,7 @@ void Picking::do_asked(const Question &asked) {
         case Asked::rename:
             return tell(edits_.rename(asked.of, asked.answer));
         case Asked::keep_leftover:
-            return keep_leftover(asked.answer);
+            return keep_leftover(asked.leftover, asked.answer);
         case Asked::new_title:
             break;
     }
@@ -75,7 +75,8 @@ void Picking::put_elsewhere(const Question &asked) {
         tell(edits_.move_title(*asked.title, path, missing));
         move_to(at);
     } else {
-        tell(edits_.move(asked.symbols, *asked.title, asked.rest, path, missing));
+        const Sjis rest = without_pair(*asked.title, asked.place);
+        tell(edits_.move(asked.symbols, *asked.title, rest, path, missing));
         move_to(at);
     }
     std::erase(targets_, path);
@@ -114,35 +115,32 @@ void Picking::add_typed(const Question &asked) {
     if (here) move_to(at + symbols.size());
 }
 
-/** An edit that was killed may be there in part: how much of it, beside the set that it was of. */
+/** How many titles, and beside those of the set: an edit that was killed may be there in part. */
 std::string Picking::told_beside(const Sjis &text, const std::string &title) const {
-    const auto set = std::ranges::find_if(
-        shelf_.sets(), [&](const SetFile &one) { return one.title.text == title; });
     const auto titles = [](const Snapshot &all) { return counted(all.size() - 1, "title"); };
-    std::string told = " with " + titles(Snapshot::of_text(text, title));
-    if (set != shelf_.sets().end())
-        told += "; " + title + " has " + titles(*shelf_.snapshot(set->path));
-    return told;
+    const SetFile *const set = shelf_.find(title);
+    return " with " + titles(Snapshot::of_text(text, title)) +
+           (set ? "; " + title + " has " + titles(*shelf_.snapshot(set->path)) : "");
 }
 
-void Picking::keep_leftover(const std::string &name) {
-    Recovered recovered = recover(leftovers_.front().path);
+void Picking::keep_leftover(const Leftover &leftover, const std::string &name) {
+    Recovered recovered = recover(leftover.path);
     const Sjis as_left = recovered.text;
     recovered.rename(new_file_title(name));
     keep_recovered(shelf_.directories(), recovered, SetEdits::hooks());
-    remove_leftover(leftovers_.front().path);
-    const std::string title = std::exchange(leftovers_.front().title, {});
-    leftovers_.pop_front();
+    remove_leftover(leftover.path);
     // One that was killed in its save has left the same in two files.
     std::erase_if(leftovers_, [&](const Leftover &other) {
-        const bool same = recover(other.path).text == as_left;
-        if (same) remove_leftover(other.path);
-        return same;
+        try {
+            if (recover(other.path).text != as_left) return false;
+        } catch (const Failure &) {
+            return false; // it says so when it is asked for
+        }
+        remove_leftover(other.path);
+        return true;
     });
-    tell("kept as " + name + told_beside(recovered.text, title));
-    const std::string told = message_;
+    tell("kept as " + name + told_beside(recovered.text, leftover.title));
     go_to(name);
-    message_ = told;
     offer_next();
 }
 

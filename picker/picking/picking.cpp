@@ -120,6 +120,11 @@ void Picking::move_to(std::size_t index) {
     if (size() != 0) cursor() = std::min(index, size() - 1);
 }
 
+/** The same for what a place found, which may be nothing. */
+void Picking::move_to_found(std::size_t index) {
+    if (index < current().place.size()) move_to(index);
+}
+
 std::optional<Sjis> Picking::symbol() const {
     if (cursor() >= size()) return std::nullopt;
     if (searching_) return found_.found[found_cursor_].symbol;
@@ -188,6 +193,7 @@ void Picking::step_sibling(bool forward) {
     if (searching_ || columns_.size() < 2) return;
     back();
     const std::size_t titles = current().place.titles();
+    if (titles == 0) return;
     move_to((current().cursor + (forward ? 1 : titles - 1)) % titles);
     enter();
 }
@@ -242,8 +248,9 @@ void Picking::refresh() {
     shelf_.refresh();
     columns_.assign(1, {first_column()});
     if (!path.empty()) go_to(path);
-    const std::size_t now = at ? current().place.find(*at) : current().place.find_path(title);
-    move_to(now < current().place.size() ? now : left);
+    move_to(left);
+    if (at && symbol() != at) move_to_found(current().place.find(*at));
+    if (!at && path_under_cursor() != title) move_to_found(current().place.find_path(title));
     if (!searching) return;
     look_for(query_);
     move_to(found_at);

@@ -142,6 +142,10 @@ class Picking {
     /** @param most_columns  the last ones, the current among them; 1 at least */
     View view(std::size_t most_columns) const;
 
+    /** What typed characters are: an answer, what is looked for, or neither. */
+    bool is_asking() const { return asking_.has_value(); }
+    bool is_searching() const { return searching_; }
+
     PickingEnd end() const { return end_; }
 
     /** Symbols at and below that item of the current column; nothing for one that is no title. */
@@ -168,11 +172,11 @@ class Picking {
         std::string of{}; /**< full path of a title or set */
         std::vector<Sjis> symbols{};
         std::optional<ShownTitle> title{}; /**< what is moved, or what the symbols are in */
-        Sjis rest{};                       /**< move_to: data of the title without the symbol */
-        std::size_t place = 0;             /**< add_symbols: byte of the data */
+        std::size_t place = 0;             /**< byte of the data of that title */
         std::vector<std::string> choices{};
         std::size_t choice = 0;
         std::string missing{}; /**< a title that there is not; the same answer makes it */
+        Leftover leftover{};   /**< keep_leftover */
     };
 
     Column &current() { return columns_.back(); }
@@ -186,6 +190,7 @@ class Picking {
     void go(const Action &action);
     Place first_column();
     void move_to(std::size_t index);
+    void move_to_found(std::size_t index);
     void push(Place place);
     void enter();
     void back();
@@ -221,7 +226,7 @@ class Picking {
     void add_typed(const Question &asked);
     void offer_next();
     std::string told_beside(const Sjis &text, const std::string &title) const;
-    void keep_leftover(const std::string &name);
+    void keep_leftover(const Leftover &leftover, const std::string &name);
 
     // Edits without a question, in picking_edits.cpp.
     bool edit_action(const Action &action);
@@ -230,7 +235,7 @@ class Picking {
     void remove();
     void move_item(bool down);
     std::size_t place_in_data() const;
-    Sjis without_symbol() const;
+    static Sjis without_pair(const ShownTitle &title, std::size_t place);
     std::optional<ShownTitle> title_under_cursor() const;
     ShownTitle shown() const;
     std::string path_under_cursor() const;
@@ -260,7 +265,7 @@ class Picking {
 
     std::optional<Question> asking_;
     std::deque<std::string> targets_; /**< titles that were copied or moved to, newest first */
-    std::deque<Leftover> leftovers_;  /**< to be offered; the first one is */
+    std::deque<Leftover> leftovers_;  /**< to be offered */
 };
 
 } // namespace kigou

@@ -46,10 +46,7 @@ bool Picking::edit_action(const Action &action) {
         case Act::undo:
         case Act::redo:
             tell(action.act == Act::undo ? edits_.undo() : edits_.redo());
-            if (const std::size_t at = current().place.find_path(edits_.touched());
-                at < current().place.titles()) {
-                move_to(at);
-            }
+            move_to_found(current().place.find_path(edits_.touched()));
             return true;
         case Act::save:
             message_ = "every edit is saved already";
@@ -80,10 +77,8 @@ std::string Picking::path_under_cursor() const {
  */
 void Picking::refuse_read_only(bool item) const {
     auto set = current().place.snapshot();
-    const auto at = std::ranges::find_if(shelf_.sets(), [&](const SetFile &one) {
-        return item && !set && one.title.text == path_under_cursor();
-    });
-    if (at != shelf_.sets().end()) set = shelf_.snapshot(at->path);
+    const SetFile *const under = item && !set ? shelf_.find(path_under_cursor()) : nullptr;
+    if (under) set = shelf_.snapshot(under->path);
     if (!set || !shelf_.is_read_only(set->path())) return;
     const std::string title = set->file().text;
     if (title == standard_title) {
@@ -97,8 +92,7 @@ void Picking::refuse_read_only(bool item) const {
 
 /** The title or set under the cursor, as it is shown. @throws Failure when it cannot be read */
 std::optional<ShownTitle> Picking::title_under_cursor() const {
-    const std::string path = path_under_cursor();
-    if (path.empty() || current().place.item(current().cursor).kind == ItemKind::recent) return {};
+    if (path_under_cursor().empty()) return {};
     const Place below = current().place.below(shelf_, current().cursor);
     return ShownTitle{below.snapshot(), below.number()};
 }
@@ -117,15 +111,14 @@ void Picking::remove() {
         message_ = "recent picks are removed one by one";
         return;
     }
-    if (current().place.snapshot()) {
-        const Sjis rest = without_symbol();
-        const std::size_t at = current().cursor;
-        tell(edits_.change(shown(), rest, one_symbol(ChangeKind::removed)));
-        return move_to(at);
-    }
     const std::size_t at = current().cursor;
-    const std::string trouble = shelf_.forget(item.symbol);
-    tell(trouble.empty() ? item.label + " is no recent pick any more" : trouble);
+    if (current().place.snapshot()) {
+        const Sjis rest = without_pair(shown(), place_in_data());
+        tell(edits_.change(shown(), rest, one_symbol(ChangeKind::removed)));
+    } else {
+        const std::string trouble = shelf_.forget(item.symbol);
+        tell(trouble.empty() ? item.label + " is no recent pick any more" : trouble);
+    }
     move_to(at);
 }
 
@@ -135,13 +128,12 @@ std::size_t Picking::place_in_data() const {
         shown().set->data(shown().number))[current().cursor - current().place.titles()];
 }
 
-/** Data of the current title without the symbol under the cursor. */
-Sjis Picking::without_symbol() const {
-    const auto data = shown().set->data(shown().number);
-    Sjis rest(data.begin(), data.end());
-    const std::size_t at = place_in_data();
-    rest.erase(rest.begin() + static_cast<std::ptrdiff_t>(at),
-               rest.begin() + static_cast<std::ptrdiff_t>(at) + 2);
+/** Data of a title without the symbol at that byte. */
+Sjis Picking::without_pair(const ShownTitle &title, std::size_t place) {
+    const auto data = title.set->data(title.number);
+    const auto begin = data.begin() + static_cast<std::ptrdiff_t>(place);
+    Sjis rest(data.begin(), begin);
+    rest.insert(rest.end(), begin + 2, data.end());
     return rest;
 }
 

@@ -93,7 +93,7 @@ std::string Picking::question() const {
         case Asked::rename:
             return "new name";
         case Asked::keep_leftover:
-            return "an edit of " + leftovers_.front().title + " was never saved; keep it as";
+            return "an edit of " + asking_->leftover.title + " was never saved; keep it as";
         default:
             return asking_->of.empty() ? "new set" : "new title";
     }
@@ -134,10 +134,9 @@ void Picking::ask_to_move() {
     if (const auto under = symbol()) {
         question.symbols = {*under};
         question.title = shown();
-        question.rest = without_symbol();
+        question.place = place_in_data();
     } else {
-        const std::size_t child = place.snapshot()->children(place.number())[current().cursor];
-        question.title = ShownTitle{place.snapshot(), child};
+        question.title = title_under_cursor();
     }
     ask_where(std::move(question));
 }
@@ -185,9 +184,8 @@ void Picking::ask_for_symbols() {
         const auto data = shown().set->data(shown().number);
         question.place = symbol() ? place_in_data() + 2 : data.size();
     } else {
-        const std::size_t child = place.snapshot()->children(place.number())[current().cursor];
-        question.title = ShownTitle{place.snapshot(), child};
-        question.place = place.snapshot()->data(child).size();
+        question.title = title_under_cursor();
+        question.place = question.title->set->data(question.title->number).size();
     }
     asking_ = std::move(question);
 }
@@ -202,8 +200,7 @@ void Picking::ask_for_name(bool new_one) {
         question.of = current().place.path();
     } else {
         question.of = path_under_cursor();
-        if (symbol() || size() == 0 || question.of.empty() ||
-            current().place.item(current().cursor).kind == ItemKind::recent) {
+        if (question.of.empty()) {
             message_ = "only titles and sets have names to change";
             return;
         }
@@ -239,11 +236,9 @@ void Picking::complete() {
 
 /** Leaves a question without an answer. */
 void Picking::drop() {
-    const Asked what = asking_->what;
-    asking_.reset();
-    if (what != Asked::keep_leftover) return;
-    message_ = "it stays in " + leftovers_.front().path + ", and is asked for at the next start";
-    leftovers_.pop_front();
+    const Question dropped = *std::exchange(asking_, std::nullopt);
+    if (dropped.what != Asked::keep_leftover) return;
+    message_ = "it stays in " + dropped.leftover.path + ", and is asked for at the next start";
     offer_next();
 }
 
@@ -262,13 +257,10 @@ void Picking::offer(const std::vector<Leftover> &leftovers) {
 /** Asks for the next one, under a title that is free. */
 void Picking::offer_next() {
     if (leftovers_.empty()) return;
-    std::string title = leftovers_.front().title;
-    const auto taken = [&] {
-        return std::ranges::any_of(shelf_.files().sets,
-                                   [&](const SetFile &set) { return set.title.text == title; });
-    };
-    while (taken()) title += rescued;
-    asking_ = Question{.what = Asked::keep_leftover, .answer = title};
+    asking_ = Question{.what = Asked::keep_leftover, .leftover = leftovers_.front()};
+    leftovers_.pop_front();
+    std::string &title = asking_->answer = asking_->leftover.title;
+    while (shelf_.find(title)) title += rescued;
 }
 
 } // namespace kigou

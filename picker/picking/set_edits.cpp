@@ -68,6 +68,7 @@ std::optional<std::string> SetEdits::make(const Work &work, bool may_make_file, 
             work(edit);
             const EditReport report = history_.finish(edit, joined);
             if (report.changes.empty()) return std::nullopt;
+            ++made_;
             return sentence_of(report.changes);
         } catch (const Failure &failure) {
             if (failure.kind() != FailureKind::changed || tries == most_tries) throw;
@@ -124,11 +125,14 @@ bool SetEdits::make_titles(const std::string &path) {
 /** Does something behind titles that it needs; when it fails, these go again. */
 std::string SetEdits::with_titles(const std::string &path, Missing missing,
                                   const std::function<std::string(bool)> &work) {
-    const std::size_t before = history_.steps();
+    const std::size_t before = made_;
     try {
         return work(missing == Missing::make && make_titles(path));
     } catch (const Failure &) {
-        for (; history_.steps() > before; history_.forget_redo()) history_.undo(hooks());
+        for (; made_ > before && history_.to_undo(); --made_) {
+            history_.undo(hooks());
+            history_.pass_over(true);
+        }
         throw;
     }
 }
@@ -259,8 +263,10 @@ std::string SetEdits::remove_title(const ShownTitle &shown) {
 }
 
 std::string SetEdits::delete_set(const ShownTitle &set) {
-    if (Snapshot(set.set->path()).text() != set.set->text()) refuse_changed(set.title());
-    return sentence_of(history_.delete_set(set.title(), {}, hooks()).changes);
+    const auto look = [&](const std::string &path) {
+        if (Snapshot(path).text() != set.set->text()) refuse_changed(set.title());
+    };
+    return sentence_of(history_.delete_set(set.title(), {}, hooks(), look).changes);
 }
 
 std::string SetEdits::take_back(bool again) {
@@ -284,10 +290,12 @@ std::string SetEdits::take_back(bool again) {
             more = step && (again ? step->joined : joined);
         }
     } catch (const Failure &failure) {
-        pass_over_ = true;
+        // What a full disk or another program's lock keeps from being done may be tried again.
+        pass_over_ = failure.kind() != FailureKind::failed && failure.kind() != FailureKind::busy;
         throw Failure(failure.kind(),
                       (steps == 0 ? std::string() : "done only in part: ") + failure.what() +
-                          "; once more to leave it and go on with the edit before it");
+                          (pass_over_ ? "; once more to leave it and go on with the next" : ""),
+                      pass_over_ ? std::vector<std::string>() : failure.details());
     }
     touched_ = done.front().path;
     return (again ? "again: " : "undone: ") + sentence_of(done);

@@ -110,6 +110,7 @@ class SetEdits {
     History history_;
     bool warned_ = false, pass_over_ = false;
     std::string touched_;
+    std::size_t made_ = 0; /**< edits */
 };
 
 } // namespace kigou

@@ -53,6 +53,12 @@ std::vector<std::pair<std::string, std::optional<FileIdentity>>> Shelf::versions
     return versions;
 }
 
+const SetFile *Shelf::find(std::string_view title) const {
+    const auto set = std::find_if(shown_.begin(), shown_.end(),
+                                  [&](const SetFile &one) { return one.title.text == title; });
+    return set == shown_.end() ? nullptr : &*set;
+}
+
 bool Shelf::is_read_only(const std::string &path) const {
     const auto set = std::ranges::find(shown_, path, &SetFile::path);
     return set == shown_.end() || set->title.text == standard_title || !is_writable(path);

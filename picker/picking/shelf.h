@@ -7,6 +7,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -36,6 +37,9 @@ class Shelf {
 
     /** The sets that show: お気に入り, the standard set, then the others as in the catalogue. */
     const std::vector<SetFile> &sets() const { return shown_; }
+
+    /** The set of that title; null when none shows. */
+    const SetFile *find(std::string_view title) const;
 
     /** The same with those that are hidden, and files that are no sets. */
     const SetFiles &files() const { return found_; }

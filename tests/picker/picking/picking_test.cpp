@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+
 #include <algorithm>
 #include <csignal>
 #include <sstream>
@@ -350,7 +352,8 @@ TEST_F(PickingTest, keeps_what_another_program_changes) {
         {"last", "○●\n", "remove",
          "○ [●] =黒丸 !私／印 was changed by another program just now; it is shown as it is, and nothing was done to it"},
         {"last remove", "○●◇\n", "undo",
-         "○ [●]◇  =黒丸 !b.kig was changed by another program or another edit since; once more to leave it and go on with the edit before it"},
+         "○ [●]◇  =黒丸 !b.kig was changed by another program or another edit since; once more to leave it and go on with the next"},
+        {"last add =○ enter", "○●◎○◇\n", "look", "○ ● ◎ [○]◇  =丸印 !another program changed a set; it is shown as it is now"},
         {"last remove prev remove undo", "●◇\n", "undo undo undo", "[●]◇  =黒丸 !there is nothing to undo"},
         {"back", "○●◎◇\n", "remove",
          "[印] !私／印 was changed by another program just now; it is shown as it is, and nothing was done to it"},
@@ -399,11 +402,31 @@ TEST_F(PickingTest, knows_what_a_question_was_asked_of) {
     EXPECT_EQ(drawn(picking), "標準の記号/ [私/] | 角 [単位表] | ℃  !renamed 私／単位 to 私／単位表");
 }
 
+/** What a full disk keeps from being undone can be undone when there is room. */
+TEST_F(PickingTest, tries_an_undo_again) {
+    const auto undone = [&] {
+        signal(SIGXFSZ, SIG_IGN);
+        Shelf all = shelf();
+        Picking picking(all, "私／単位");
+        run(picking, "remove");
+        rlimit room{};
+        getrlimit(RLIMIT_FSIZE, &room);
+        const rlimit none{0, room.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &none);
+        run(picking, "undo undo");
+        const bool refused = drawn(picking, 1).find("[℃]") == std::string::npos;
+        setrlimit(RLIMIT_FSIZE, &room);
+        run(picking, "undo");
+        return refused && drawn(picking, 1) == "[℃] =セ氏度記号 !undone: removed 1 symbol from 私／単位";
+    };
+    EXPECT_EQ(in_children(1, [&](int) { return undone() ? 0 : 1; })[0], 0);
+}
+
 /** Edits of killed processes are asked for one by one; what is not kept stays. */
 TEST_F(PickingTest, offers_what_was_never_saved) {
     const Directories directories{workspace.program, workspace.common, workspace.user};
     fs::last_write_time(workspace.common / "b.kig", fs::file_time_type::clock::now() - std::chrono::seconds(20));
-    for (const char *const symbol : {"※", "★"}) {
+    for (const char *const symbol : {"※", "★", "☆"}) {
         in_children(1, [&](int) {
             Edit edit(directories, {}, {});
             edit.locate("私/単位");
@@ -415,7 +438,9 @@ TEST_F(PickingTest, offers_what_was_never_saved) {
         fs::last_write_time(left, fs::file_time_type::clock::now() - std::chrono::seconds(10));
     Shelf all = shelf();
     Picking picking(all);
-    picking.offer(sweep_leftovers(directories));
+    std::vector<Leftover> leftovers = sweep_leftovers(directories);
+    picking.offer(leftovers);
+    fs::remove(leftovers.back().path); // one that is gone by then is no trouble for the others
     const std::string question = " an edit of 私 was never saved; keep it as:私（救出）";
     EXPECT_TRUE(drawn(picking).ends_with(question)) << drawn(picking);
     run(picking, "enter");
