@@ -91,7 +91,8 @@ class Browsing {
     std::string press(const std::vector<Key> &keys) {
         std::string bytes;
         for (const Key &key : keys) {
-            const Command command = command_of(key, use_of(picking_.view(1)));
+            const Command command =
+                command_of(key, use_of(picking_.is_asking(), picking_.is_searching()));
             if (command.action) picking_.act(*command.action);
             bytes += picture();
         }
