@@ -97,13 +97,15 @@ void draw_symbol(const SymbolTold &symbol, std::size_t row, Screen &screen) {
 
 /** The end of a text, behind ~ when it does not fit. */
 std::string end_of(const std::string &text, std::size_t cells) {
-    std::u32string characters = to_characters(text);
-    std::string end = text;
-    while (kigou::cells_of(end) > cells && !characters.empty()) {
-        characters.erase(0, 1);
-        end = "~";
-        for (const char32_t character : characters) end += to_utf8(character);
+    if (kigou::cells_of(text) <= cells) return text;
+    const std::u32string characters = to_characters(text);
+    std::size_t first = characters.size();
+    for (std::size_t taken = 1; first > 0; --first) {
+        taken += kigou::cells_of(to_utf8(characters[first - 1]));
+        if (taken > cells) break;
     }
+    std::string end = "~";
+    for (; first < characters.size(); ++first) end += to_utf8(characters[first]);
     return end;
 }
 
@@ -177,7 +179,9 @@ std::size_t draw_line(const View &view, std::size_t row, Screen &screen) {
         return kigou::cells_of(line);
     }
     if (view.message.empty()) {
-        screen.put(row, 0, view.picks.empty() ? "" : "taken: " + view.picks, room);
+        const std::string taken = "taken: ";
+        const std::size_t left = room > taken.size() ? room - taken.size() : 1;
+        screen.put(row, 0, view.picks.empty() ? "" : taken + end_of(view.picks, left), room);
     } else {
         draw_upwards(view.message, row, screen);
     }

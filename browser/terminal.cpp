@@ -58,7 +58,7 @@ std::string without_pauses(std::string text) {
 }
 
 std::string to_place(std::size_t row, std::size_t column) {
-    const std::string way = word("cup");
+    static const std::string way = word("cup"); // of the one description that is read
     const char *const text = tparm(way.c_str(), static_cast<long>(row), static_cast<long>(column),
                                    0L, 0L, 0L, 0L, 0L, 0L, 0L);
     return without_pauses(text == nullptr ? "" : text);

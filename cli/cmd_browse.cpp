@@ -114,7 +114,7 @@ Body declare(Arguments &arguments) {
                      "Title of the symbol file when the path does not begin with it");
     arguments.flag("--pick", options->pick, "Browse, on a command line that names no command");
     arguments.option("--pick-to", Value::file, options->pick_to,
-                     "File that gets what was taken, in place of the standard output");
+                     "File that gets what was taken; - is the standard output");
     arguments.flag("--copy", options->copy, "Copy what was taken to the clipboard as well");
     arguments.flag("--plain", options->plain,
                    "Lines of text in place of columns, for screen readers and simple terminals");

@@ -33,6 +33,12 @@ PICKING = [
         "、。",
         0,
     ),
+    (
+        "shows the last of many",
+        [("記述記号", TAB + TAB), ("U+3000", " " * 60 + DOWN), ("U+3001", " "), ("taken: ~", ""), ("、\n", CTRL_C)],
+        "",
+        1,
+    ),
     ("finds by romaji", [("記述記号", "/yaji"), ("右矢印", " "), ("taken: →", ESC), ("q end with these", "q")], "→", 0),
     (
         "goes to what it finds",
@@ -197,9 +203,10 @@ def check_pastes(kigou):
         person.run("kigou new 私; kigou add 私 印; kigou put 私/印 →").finish()
         browser = person.run("kigou browse 私/印")
         follow(browser, [("U+2192", F4), ("add symbols:", "\x1b[20")])
-        for piece in ("0~☆\r", "★", "\r2q\x03", "\x1b[20", "1~"):
+        for columns, piece in enumerate(("0~☆\r", "★", "\r2q\x03", "\x1b[20", "1~"), 76):
             time.sleep(0.15)
             browser.type(piece)
+            browser.resize(24, columns)
         follow(browser, [("add symbols: ☆ ★ 2q", CTRL_U + "\x1b[200~" + "→←\n" * 3000 + "\x1b[201~"), ("← _", ENTER)])
         browser.wait("added 6000 symbols to 私／印")
         browser.type("q")
