@@ -204,9 +204,10 @@ def check_pastes(kigou):
         browser = person.run("kigou browse 私/印")
         follow(browser, [("U+2192", F4), ("add symbols:", "\x1b[20")])
         for columns, piece in enumerate(("0~☆\r", "★", "\r2q\x03", "\x1b[20", "1~"), 76):
-            time.sleep(0.15)
             browser.type(piece)
+            time.sleep(0.1)
             browser.resize(24, columns)
+            time.sleep(0.1)
         follow(browser, [("add symbols: ☆ ★ 2q", CTRL_U + "\x1b[200~" + "→←\n" * 3000 + "\x1b[201~"), ("← _", ENTER)])
         browser.wait("added 6000 symbols to 私／印")
         browser.type("q")
