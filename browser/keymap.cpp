@@ -198,7 +198,7 @@ std::vector<std::string> key_hints(const View &view) {
     std::vector<std::string> hints{"arrows move", "Enter take", "Space take more",
                                    "/ find",      "? help",     "q quit"};
     if (view.can_undo) hints.emplace_back("u undo");
-    if (!view.columns[view.current].read_only) hints.emplace_back("F7 new title");
+    hints.emplace_back(view.columns[view.current].read_only ? "F5 copy" : "F7 new title");
     return hints;
 }
 
