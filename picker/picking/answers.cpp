@@ -34,7 +34,8 @@ void Picking::answer() {
                 "symbols stand in the titles of a set: " + typed + std::string(separator) + "TITLE";
             return;
         }
-        for (const std::string &near : did_you_mean(nearest(own_titles(false), last_title(typed), 1))) {
+        for (const std::string &near :
+             did_you_mean(nearest(own_titles(false), last_title(typed), 1))) {
             message_ += "; " + near;
         }
         asking_->missing = asked.answer;

@@ -127,7 +127,7 @@ def check_screen(kigou):
             f"SCREENDIR={folder}/screens screen -c {folder}/screenrc -U bash -c 'kigou --copy {ARROWS}; echo status $?; read x'"
         )
         browse(outer, " " * 400)
-        outer.wait("taken: →")
+        outer.wait("taken: ~→")
         outer.type("q")
         outer.wait("status 0")
         outer.type(ENTER)
