@@ -7,6 +7,9 @@
 #include <fcitx-utils/i18n.h>
 #include <fcitx-utils/key.h>
 
+#include <string>
+#include <vector>
+
 #include "picker/recents.h"
 
 namespace kigou {
@@ -24,6 +27,8 @@ FCITX_CONFIGURATION(
     fcitx::Option<int, fcitx::IntConstrain> recent_picks{
         this, "RecentPicks", _("Recent picks to keep"), static_cast<int>(Recents::most),
         fcitx::IntConstrain(0, static_cast<int>(Recents::most))};
+    fcitx::Option<std::vector<std::string>> hidden{
+        this, "HiddenFiles", _("Symbol files not to show (titles or file names)")};
     fcitx::Option<bool> codes{this, "ShowCodes", _("Show the codes of a symbol"), true};)
 
 } // namespace kigou

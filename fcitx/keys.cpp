@@ -86,6 +86,7 @@ std::optional<Command> command_of(const Key &pressed, const View &view) {
                 {.act = Act::take_number, .number = static_cast<std::size_t>(digit + 1)}};
         }
     }
+    if (pressed.check(Key("Control+D"))) return Command{.action = {}, .favourite = true};
     const bool shift = states == KeyState::Shift;
     if (states && !shift) return std::nullopt;
     const auto binding = std::ranges::find_if(

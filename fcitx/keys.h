@@ -13,6 +13,7 @@ namespace kigou {
 struct Command {
     Action action;             /**< Act::cancel is to close */
     bool with_partner = false; /**< of a bracket that is taken, both */
+    bool favourite = false;    /**< no action: into お気に入り, or out of there */
 };
 
 /** Nothing for a key that does nothing here. */

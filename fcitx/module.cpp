@@ -42,6 +42,7 @@ const fcitx::CapabilityFlags closed_to{fcitx::CapabilityFlag::Password,
 
 Module::Module(fcitx::Instance *instance) : instance_(instance) {
     using fcitx::EventType;
+    dispatcher_.attach(&instance->eventLoop());
     Module::reloadConfig();
     watch(EventType::InputContextKeyEvent,
           [this](fcitx::Event &event) { take_key(static_cast<fcitx::KeyEvent &>(event)); });
@@ -79,7 +80,9 @@ void Module::setConfig(const fcitx::RawConfig &raw) {
 
 void Module::use_config() {
     close();
-    opening_.keep_recent(static_cast<std::size_t>(*config_.recent_picks));
+    opening_.use({.page_size = static_cast<std::size_t>(*config_.page_size),
+                  .recent_picks = static_cast<std::size_t>(*config_.recent_picks),
+                  .hidden = *config_.hidden});
 }
 
 void Module::watch(fcitx::EventType type, std::function<void(fcitx::Event &)> handler) {
@@ -131,7 +134,7 @@ void Module::take_key(fcitx::KeyEvent &event) {
 void Module::open(fcitx::InputContext &field) {
     close();
     commit_composition(field);
-    opening_.open(static_cast<std::size_t>(*config_.page_size));
+    opening_.open();
     field_ = field.watch();
     if (const View view = opening_.view(); !view.message.empty()) {
         FCITX_LOGC(log_category, Warn) << view.message;
@@ -164,8 +167,22 @@ void Module::close() {
 }
 
 void Module::act(const Command &command) {
+    if (command.favourite) return toggle_favourite();
     take(opening_.act(command.action), command.with_partner);
     if (opening_.is_over()) return close();
+    draw();
+}
+
+void Module::toggle_favourite() {
+    opening_.toggle_favourite([this](const std::string &told, bool failed) {
+        dispatcher_.schedule([this, told, failed] {
+            guarded([&] {
+                if (failed) FCITX_LOGC(log_category, Error) << told;
+                opening_.show(told, failed);
+                if (opening_.is_open()) draw();
+            });
+        });
+    });
     draw();
 }
 

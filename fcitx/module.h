@@ -4,6 +4,7 @@
 #ifndef KIGOU_FCITX_MODULE_H
 #define KIGOU_FCITX_MODULE_H
 
+#include <fcitx-utils/eventdispatcher.h>
 #include <fcitx-utils/trackableobject.h>
 #include <fcitx/addoninstance.h>
 #include <fcitx/inputcontext.h>
@@ -35,6 +36,7 @@ class Module : public fcitx::AddonInstance {
     void open(fcitx::InputContext &field);
     void close();
     void act(const Command &command);
+    void toggle_favourite();
     void draw();
     void use_config();
     void take(const std::vector<Sjis> &symbols, bool with_partner);
@@ -43,6 +45,7 @@ class Module : public fcitx::AddonInstance {
 
     fcitx::Instance *instance_;
     Config config_;
+    fcitx::EventDispatcher dispatcher_; /**< outlives the work beside that opening_ waits for */
     Opening opening_;
     bool selected_ = false; /**< whether something is selected in the field */
     fcitx::TrackableObjectReference<fcitx::InputContext> field_; /**< where it is open */

@@ -1,12 +1,12 @@
 // opening.cpp - see opening.h.
 #include "fcitx/opening.h"
 
-#include <chrono>
 #include <filesystem>
 #include <utility>
 
 #include "fcitx/folders.h"
 #include "picker/failure.h"
+#include "picker/favourites.h"
 
 namespace kigou {
 namespace {
@@ -28,32 +28,27 @@ std::unique_ptr<Picking> picking_at(Shelf &shelf, const std::string &place) {
 
 } // namespace
 
-void Opening::keep_recent(std::size_t picks) {
-    if (picks == recent_picks_) return;
+void Opening::use(OpeningSettings settings) {
+    if (settings == settings_) return;
     close();
     shelf_.reset();
-    recent_picks_ = picks;
+    settings_ = std::move(settings);
 }
 
-void Opening::open(std::size_t page_size) {
+void Opening::open() {
     close();
     open_ = true;
     try {
-        const std::string unkept = noted();
-        if (shelf_) {
-            shelf_->refresh();
-        } else {
-            shelf_ = std::make_unique<Shelf>(module_directories(),
-                                             Recents(state_directory(), recent_picks_));
-        }
-        shelf_->show_recent(unnoted_, recent_picks_);
+        look();
         picking_ = picking_at(*shelf_, place_);
-        picking_->set_rows(page_size);
+        picking_->set_rows(settings_.page_size);
         trouble_ = picking_->view(1).message;
-        if (trouble_.empty()) trouble_ = unkept;
+        if (trouble_.empty()) trouble_ = std::exchange(untold_, {});
         if (trouble_.empty()) trouble_ = told(shelf_->files().spoilt);
         if (trouble_.empty() && shelf_->sets().empty()) {
-            trouble_ = "no symbol file in " + shelf_->directories().program;
+            trouble_ = settings_.hidden.empty()
+                           ? "no symbol file in " + shelf_->directories().program
+                           : "the settings leave no symbol file to show";
         }
         picking_->act({.act = Act::point, .number = cursor_});
         keep_place();
@@ -61,6 +56,22 @@ void Opening::open(std::size_t page_size) {
         picking_.reset();
         trouble_ = failure.what();
     }
+}
+
+/** At the disk, and at what was done beside. */
+void Opening::look() {
+    if (auto troubles = beside_.troubles()) {
+        unnoted_.clear();
+        if (!troubles->empty()) untold_ = std::move(*troubles);
+    }
+    if (shelf_) {
+        shelf_->refresh();
+    } else {
+        shelf_ = std::make_unique<Shelf>(module_directories(),
+                                         Recents(state_directory(), settings_.recent_picks),
+                                         settings_.hidden);
+    }
+    shelf_->show_recent(unnoted_, settings_.recent_picks);
 }
 
 void Opening::close() {
@@ -96,7 +107,7 @@ bool Opening::is_over() const {
 
 View Opening::view() const {
     View view = picking_ ? picking_->view(1) : View{};
-    if (view.message.empty()) view.message = trouble_;
+    if (!trouble_.empty()) view.message = trouble_;
     return view;
 }
 
@@ -105,26 +116,53 @@ std::optional<std::size_t> Opening::symbols_below(std::size_t index) const {
 }
 
 void Opening::note(std::vector<Sjis> picks) {
-    if (shelf_) shelf_->show_recent(picks, recent_picks_);
+    if (shelf_) shelf_->show_recent(picks, settings_.recent_picks);
     unnoted_.insert(unnoted_.end(), picks.begin(), picks.end());
-    noting_ = std::async(std::launch::async,
-                         [recents = Recents(state_directory(), recent_picks_),
-                          picks = std::move(picks), before = std::move(noting_)]() mutable {
-                             std::string trouble = before.valid() ? before.get() : std::string();
-                             for (const Sjis &pick : picks) {
-                                 const RecentPicks now = recents.add(pick);
-                                 if (!now.trouble.empty()) trouble = now.trouble;
-                             }
-                             return trouble;
-                         });
+    const Recents recents(state_directory(), settings_.recent_picks);
+    beside_.run([recents, picks = std::move(picks)] {
+        std::string trouble;
+        for (const Sjis &pick : picks) {
+            const RecentPicks now = recents.add(pick);
+            if (!now.trouble.empty()) trouble = now.trouble;
+        }
+        return trouble;
+    });
 }
 
-/** What went wrong with the notes; nothing while they are not done. */
-std::string Opening::noted() {
-    constexpr std::chrono::seconds at_once{0};
-    if (!noting_.valid() || noting_.wait_for(at_once) != std::future_status::ready) return {};
-    unnoted_.clear();
-    return noting_.get();
+void Opening::toggle_favourite(std::function<void(std::string, bool)> done) {
+    const View view = this->view();
+    const ViewColumn column = view.columns.empty() ? ViewColumn{} : view.columns.front();
+    const Sjis symbol = column.cursor ? column.items[*column.cursor].symbol : Sjis();
+    if (symbol.empty()) {
+        trouble_ = "there is no symbol under the cursor";
+        return;
+    }
+    beside_.run([symbol, done = std::move(done), favourites = Favourites(module_directories())] {
+        try {
+            const bool is_one = favourites.has(symbol);
+            const std::string set(favourites_title);
+            is_one ? favourites.remove(symbol, SetEdits::hooks())
+                   : favourites.add(symbol, SetEdits::hooks());
+            done(to_utf8(symbol) + (is_one ? " is no longer in " : " is in ") + set, false);
+        } catch (const std::exception &failure) {
+            done(failure.what(), true);
+        }
+        return std::string();
+    });
+}
+
+void Opening::show(const std::string &told, bool failed) {
+    if (!picking_) {
+        if (failed) untold_ = told;
+        return;
+    }
+    trouble_ = told;
+    try {
+        picking_->refresh();
+        keep_place();
+    } catch (const Failure &failure) {
+        trouble_ = failure.what();
+    }
 }
 
 } // namespace kigou

@@ -2,6 +2,7 @@
 #include "picker/picking/shelf.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
 #include <utility>
 
@@ -15,13 +16,25 @@ constexpr std::size_t folders = 2; // of Directories that hold sets
 
 } // namespace
 
-Shelf::Shelf(Directories directories, Recents recents)
-    : directories_(std::move(directories)), recents_(std::move(recents)) {
+Shelf::Shelf(Directories directories, Recents recents, std::vector<std::string> hidden)
+    : directories_(std::move(directories)),
+      recents_(std::move(recents)),
+      hidden_(std::move(hidden)) {
     refresh();
 }
 
 void Shelf::refresh() {
     found_ = find_sets(directories_);
+    const auto is_hidden = [&](const std::string &name) {
+        return std::ranges::count(hidden_, name) != 0;
+    };
+    const auto is_hidden_file = [&](const auto &file) {
+        return is_hidden(std::filesystem::path(file.path).filename());
+    };
+    std::erase_if(found_.sets, [&](const SetFile &set) {
+        return is_hidden(set.title.text) || is_hidden_file(set);
+    });
+    std::erase_if(found_.spoilt, is_hidden_file);
     seen_ = identities();
     shown_.clear();
     std::set<Sjis> seen;

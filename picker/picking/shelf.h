@@ -23,8 +23,11 @@ namespace kigou {
 /** It looks at the disk when it is made and when it is told to, and reads a set once. */
 class Shelf {
   public:
-    /** @throws Failure as find_sets */
-    Shelf(Directories directories, Recents recents);
+    /**
+     * @param hidden  titles or file names of files that are to be as if they were not there
+     * @throws Failure as find_sets
+     */
+    Shelf(Directories directories, Recents recents, std::vector<std::string> hidden = {});
 
     /** Looks at the disk again. @throws Failure as find_sets */
     void refresh();
@@ -84,6 +87,7 @@ class Shelf {
 
     Directories directories_;
     Recents recents_;
+    std::vector<std::string> hidden_;
     SetFiles found_;
     std::vector<SetFile> shown_;
     Identities seen_; /**< of the folders, and then of the sets */

@@ -4,6 +4,7 @@
 usage: keys_test.py FOLDER-OF-MODULE
 """
 
+import dataclasses
 import os
 import sys
 
@@ -305,6 +306,39 @@ def check_selections(root):
             assert not field.got.preedit, f"{name}: takes the place of what is selected"
 
 
+def check_favourites(root):
+    """Control+D, which no program gets while it is open: its edit is made beside the keys."""
+    arrows = "*1 →  右矢印  2 ←  左矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"
+    hoshi = "1 ☆  白星  標準の記号／図／星  *2 ★  黒星  標準の記号／図／星 | kuten 1-90  JIS 217A  Shift_JIS 819A  U+2605"
+    rows = [
+        (OPEN + " Control+d", "Symbols  there is no symbol under the cursor | *1 図  4  2 矢印  2  3 面  11 | "),
+        ("2 Control+d", "標準の記号／矢印  → is in お気に入り | " + arrows),
+        ("h o s h i Down Control+d", "[hoshi  ほし] Search  2  ★ is in お気に入り | " + hoshi),
+        ("Control+d", "[hoshi  ほし] Search  2  ★ is no longer in お気に入り | " + hoshi),
+        ("Escape Left", "Symbols | 1 お気に入り  1  2 図  4  *3 矢印  2  4 面  11 | "),
+        ("1 1 Control+d", "お気に入り／記号  → is no longer in お気に入り |  | "),
+        ("Control+d Escape", "-"),
+    ]
+    with InputMethod(root) as fcitx:
+        fcitx.put("program", "default.kig", "標準の記号", STANDARD)
+        field = TextField(fcitx)
+        for keys, expected in rows:
+            for key in keys.split():
+                field.press(key)
+            fcitx.wait_for_notes()
+            field.settle()
+            shown = dataclasses.replace(field.got, handled=True)
+            assert str(shown) == expected, f"{keys}:\n  expected {expected}\n  got      {shown}"
+        own = next((fcitx.folder / "common").glob("*.kig"))
+        own.write_bytes("お気に入り".encode("euc_jp"))
+        field.press(OPEN)
+        assert field.press("→").handled and field.press("Control+d").handled
+        fcitx.wait_for_notes()
+        field.settle()
+        told = f"{own} is the file of the お気に入り, and is no symbol file"
+        assert told in field.got.upper and told in fcitx.told(), field.got
+
+
 def check_settings(root):
     """What fcitx5's settings window shows and sets, at once and at the next start; in Japanese too."""
     address = "fcitx://config/addon/kigou"
@@ -322,8 +356,14 @@ def check_settings(root):
         field.press("F5")
         assert field.press("Left").candidates[0] == ("1 ", "最近  1"), field.got
         assert "kuten" not in str(field.press("3")) and "区点 2-10 " in str(field.got), field.got
+        fcitx.put("common", "a.kig", "い", [("矢", "→")])
+        fcitx.put("common", "b.kig", "ろ", [("矢", "→")])
+        (fcitx.folder / "common/c.kig").write_bytes(b"spoilt")
+        hidden = Dictionary({"0": "ろ", "1": "c.kig", "2": "default.kig"}, signature="sv")
+        fcitx.controller().SetConfig(address, Dictionary({"HiddenFiles": hidden}, signature="sv"))
+        check("without some files", [("F5", "記号  there is no title 標準の記号／矢印 | *1 最近  1  2 い  1 | "), ("F5 F5", "記号 | *1 最近  1  2 い  1 | ")], field)
         written = (fcitx.folder / "config/fcitx5/conf/kigou.conf").read_text()
-        assert "PageSize=10\n" in written and "1=F5\n" in written, written
+        assert "PageSize=10\n" in written and "1=F5\n" in written and "1=c.kig\n" in written, written
 
 
 def check_installed_set(root):
@@ -335,7 +375,7 @@ def check_installed_set(root):
 
 def main():
     root = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_clicks, check_plain_fields, check_compositions, check_selections, check_settings, check_installed_set):
+    for test in (check_scripts, check_fields, check_clicks, check_plain_fields, check_compositions, check_selections, check_favourites, check_settings, check_installed_set):
         test(root)
         print(test.__name__, "passes")
 
