@@ -27,6 +27,8 @@ function(acc_add_library target)
   set(exports ${CMAKE_SOURCE_DIR}/cmake/exports.map)
   set_target_properties(${target} PROPERTIES
     LINKER_LANGUAGE C
+    VERSION ${PROJECT_VERSION}
+    SOVERSION 0
     C_VISIBILITY_PRESET hidden
     CXX_VISIBILITY_PRESET hidden
     LINK_DEPENDS ${exports})
@@ -41,4 +43,12 @@ function(acc_add_testable_library target)
   acc_library_flags(${target})
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR})
   target_compile_definitions(${target} PUBLIC ACC_FAULTS)
+endfunction()
+
+# acc_find_library_from(TARGET FOLDER): what is installed finds the library by the folder it is
+# in from the target's own, so that the whole tree can be moved. The system's own needs no help.
+function(acc_find_library_from target folder)
+  if(NOT CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN/${folder}")
+  endif()
 endfunction()

@@ -54,7 +54,7 @@ TEST(Surface, exports_exactly_the_listed_names) {
 
 TEST(Surface, needs_libc_alone_and_so_does_a_program) {
     EXPECT_EQ(needed_by(ACC_LIBRARY), Names{"libc.so.6"});
-    EXPECT_EQ(needed_by(ACC_BROWSE), (Names{"libaccsym.so", "libc.so.6"}));
+    EXPECT_EQ(needed_by(ACC_BROWSE), (Names{"libaccsym.so.0", "libc.so.6"}));
 }
 
 TEST(Surface, c_program_reads_the_first_list_of_the_standard_set) {
