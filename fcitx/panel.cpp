@@ -139,6 +139,7 @@ void show_panel(fcitx::InputContext &field, const Opening &opening, PanelStyle s
         field.capabilityFlags().test(fcitx::CapabilityFlag::Preedit)) {
         panel.setClientPreedit(preedit_of(view.query));
     } else if (view.searching) {
+        panel.setAuxUp(Text(upper_line(view) + "  ")); // a window has both in one line
         panel.setPreedit(preedit_of(view.query));
     }
     if (view.symbol && style.codes) panel.setAuxDown(Text(codes_of(*view.symbol)));

@@ -69,7 +69,7 @@ class Got:
 class InputMethod:
     """A running fcitx5 with the module that is below a folder as installed."""
 
-    def __init__(self, root, config="", **environment):
+    def __init__(self, root, config="", without=NO_DISPLAY, **environment):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="kigou-fcitx-"))
         self.environment = {
             key: value for key, value in os.environ.items()
@@ -93,6 +93,7 @@ class InputMethod:
         (self.folder / "config/fcitx5/conf").mkdir()
         (self.folder / "config/fcitx5/conf/kigou.conf").write_text(config)
         self.environment.update(environment)
+        self.without = without
         self.processes = []
 
     def put(self, place, name, title, blocks):
@@ -122,7 +123,7 @@ class InputMethod:
         # A module with sanitizers brings their runtime into a program that was built without.
         # fcitx5 does not start with it preloaded, so they see stacks and arithmetic, not the heap.
         environment = self.environment | {"ASAN_OPTIONS": "detect_leaks=0:verify_asan_link_order=0"}
-        fcitx = subprocess.Popen(["fcitx5", f"--disable={NO_DISPLAY}"], stdout=self.log, stderr=self.log, env=environment)
+        fcitx = subprocess.Popen(["fcitx5", f"--disable={self.without}"], stdout=self.log, stderr=self.log, env=environment)
         self.processes.append(fcitx)
         self.wait("fcitx5 does not start", lambda: self.bus.name_has_owner("org.fcitx.Fcitx5"))
         self.threads = self.running_threads()

@@ -270,7 +270,7 @@ def check_plain_fields(root):
     with InputMethod(root) as fcitx:
         fcitx.put("program", "default.kig", "標準の記号", STANDARD)
         field = TextField(fcitx, 0)
-        assert field.press(OPEN) and field.press("y").composed == "y"
+        assert field.press(OPEN) and field.press("y").composed == "y" and field.got.upper == "Search  3  "
         assert field.press("1").committed == "ｙ" and not field.got.composed
 
 
@@ -288,7 +288,7 @@ def check_compositions(root):
 
 def check_selections(root):
     """A symbol that is selected is looked for; what was typed does not take its place."""
-    minus = '[−] Search  2 | *1 −  負符号  標準の記号／線  2 ‐  ハイフン  標準の記号／線 | kuten 1-61  JIS 215D  Shift_JIS 817C  U+2212'
+    minus = '[−] Search  2   | *1 −  負符号  標準の記号／線  2 ‐  ハイフン  標準の記号／線 | kuten 1-61  JIS 215D  Shift_JIS 817C  U+2212'
     selections = [
         ("a symbol", "a−b", 1, 2, "", minus),
         ("backwards", "a−b", 2, 1, "", minus),
