@@ -12,6 +12,7 @@
 #include <exception>
 #include <utility>
 
+#include "fcitx/composition.h"
 #include "fcitx/folders.h"
 #include "fcitx/panel.h"
 #include "picker/brackets.h"
@@ -121,14 +122,12 @@ void Module::take_key(fcitx::KeyEvent &event) {
         return open_here ? close() : open(*field);
     }
     if (!open_here) return;
-    event.filter(); // no engine gets it
-    if (event.isRelease() || key.isModifier()) return;
-    if (const auto command = command_of(key, opening_.view())) {
-        event.accept();
-        act(*command);
-    } else if (!key.hasModifier()) {
-        event.accept();
-    }
+    const bool is_press = !event.isRelease() && !key.isModifier();
+    const auto command = is_press ? command_of(key, opening_.view()) : std::nullopt;
+    if (is_press && !command && key.hasModifier()) return close(); // it is of others
+    event.filter();                                                // no engine gets it
+    if (is_press) event.accept();
+    if (command) act(*command);
 }
 
 void Module::open(fcitx::InputContext &field) {
@@ -147,11 +146,8 @@ void Module::open(fcitx::InputContext &field) {
 
 /** As when the focus goes: the engine forgets its composition, and what was shown is committed. */
 void Module::commit_composition(fcitx::InputContext &field) {
-    const fcitx::InputPanel &panel = field.inputPanel();
-    const std::string composed =
-        (panel.clientPreedit().empty() ? panel.preedit() : panel.clientPreedit())
-            .toStringForCommit();
     const fcitx::InputMethodEntry *const entry = instance_->inputMethodEntry(&field);
+    const std::string composed = composed_text(field, entry ? entry->addon() : std::string());
     if (auto *const engine = instance_->inputMethodEngine(&field); engine && entry) {
         fcitx::FocusOutEvent event(&field);
         engine->reset(*entry, event);

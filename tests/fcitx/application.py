@@ -69,7 +69,7 @@ class Got:
 class InputMethod:
     """A running fcitx5 with the module that is below a folder as installed."""
 
-    def __init__(self, root, config="", without=NO_DISPLAY, **environment):
+    def __init__(self, root, config="", without=NO_DISPLAY, engine="keyboard-us", **environment):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="kigou-fcitx-"))
         self.environment = {
             key: value for key, value in os.environ.items()
@@ -90,6 +90,11 @@ class InputMethod:
         (self.folder / "config/fcitx5").mkdir()
         # It writes the name of the engine over the upper line when it likes.
         (self.folder / "config/fcitx5/config").write_text("[Behavior]\nShowInputMethodInformation=False\n")
+        (self.folder / "config/fcitx5/profile").write_text(
+            "[Groups/0]\nName=Default\nDefault Layout=us\n[Groups/0/Items/0]\nName=keyboard-us\n"
+            f"[Groups/0/Items/1]\nName={engine}\n[GroupOrder]\n0=Default\n"
+        )  # fmt: skip
+        self.engine = engine
         (self.folder / "config/fcitx5/conf").mkdir()
         (self.folder / "config/fcitx5/conf/kigou.conf").write_text(config)
         self.environment.update(environment)
@@ -183,6 +188,7 @@ class TextField:
         self.context.connect_to_signal("UpdateClientSideUI", self.draw)
         self.set_capabilities(capabilities)
         self.context.FocusIn()
+        fcitx.controller().SetCurrentIM(fcitx.engine)
         self.settle()
 
     def set_capabilities(self, capabilities):

@@ -6,6 +6,7 @@ usage: keys_test.py FOLDER-OF-MODULE
 
 import dataclasses
 import os
+import pathlib
 import sys
 
 from application import FORMATTED_PREEDIT, PASSWORD, PREEDIT, SENSITIVE, SURROUNDING, InputMethod, TextField
@@ -129,8 +130,11 @@ SCRIPTS = [
             (OPEN, TOP),
             ("Shift_L", "typed Symbols | *1 図  4  2 矢印  2  3 面  11 | "),
             ("F5", TOP),
-            ("Control+c", "typed Symbols | *1 図  4  2 矢印  2  3 面  11 | "),
-            ("Alt+Left", "typed Symbols | *1 図  4  2 矢印  2  3 面  11 | "),
+            ("Control+c", "typed"),
+            (OPEN, TOP),
+            ("Alt+Left", "typed"),
+            ("Right", "typed"),
+            (OPEN, TOP),
             ("9", TOP),
             ("0", TOP),
             ("space", TOP),
@@ -286,6 +290,37 @@ def check_compositions(root):
             check("a composition", [(OPEN, "<hel> " + TOP), ("Escape", "-"), ("Control+Alt+h", "-"), ("a", "typed")], field)
 
 
+def check_japanese_engine(root):
+    """Beside SKK: what it composes goes in without its marks, and it goes on as it was."""
+    if not pathlib.Path("/usr/share/fcitx5/addon/skk.conf").exists():
+        return print("skipped: no fcitx5-skk")
+    arrows = "標準の記号／矢印 | *1 →  右矢印  2 ←  左矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"
+    rows = [
+        ("k a Shift+K a n j i", "<か> [▽かんじ]"),
+        (OPEN, "<かんじ> " + TOP),
+        ("2", arrows),
+        ("space", "<→> " + arrows),
+        ("Escape k i", "<き>"),
+        ("Shift+K a n j i space", "[▼漢字]"),
+        (OPEN + " Escape", "<漢字>"),
+        ("Shift+O k u Shift+R", "[▽おく*r]"),
+        (OPEN + " Escape", "<おくr>"),
+        ("k " + OPEN, "<k> " + arrows),
+        ("y a j i", "[yaji  やじ] Search  2 | *1 →  右矢印  標準の記号／矢印  2 ←  左矢印  標準の記号／矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"),
+        ("Return a i", "<→あい>"),
+        ("Shift+K a n j i", "[▽かんじ]"),
+        ("Control+j", "<かんじ>"),
+        (f"q a {OPEN} Escape a q", "<アア>"),
+    ]
+    with InputMethod(root, engine="skk") as fcitx:
+        fcitx.put("program", "default.kig", "標準の記号", STANDARD)
+        field = TextField(fcitx)
+        check("SKK", rows, field)
+        field.press(OPEN)
+        assert fcitx.controller().CurrentInputMethod() == "skk"
+        check("another engine", [("Control+space", "-"), ("a", "typed")], field)
+
+
 def check_selections(root):
     """A symbol that is selected is looked for; what was typed does not take its place."""
     minus = '[−] Search  2   | *1 −  負符号  標準の記号／線  2 ‐  ハイフン  標準の記号／線 | kuten 1-61  JIS 215D  Shift_JIS 817C  U+2212'
@@ -375,7 +410,7 @@ def check_installed_set(root):
 
 def main():
     root = os.path.abspath(sys.argv[1])
-    for test in (check_scripts, check_fields, check_clicks, check_plain_fields, check_compositions, check_selections, check_favourites, check_settings, check_installed_set):
+    for test in (check_scripts, check_fields, check_clicks, check_plain_fields, check_compositions, check_japanese_engine, check_selections, check_favourites, check_settings, check_installed_set):
         test(root)
         print(test.__name__, "passes")
 
