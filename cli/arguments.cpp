@@ -49,7 +49,9 @@ void Arguments::optional_word(const char *name, Value kind, std::string &value,
 
 void Arguments::words(const char *name, Value kind, std::vector<std::string> &values,
                       const std::string &help, int least) {
-    CLI::Option *const option = app_.add_option(name, values, help);
+    // From 2.3 on the parser takes no name with a blank; one that does not break lines is none.
+    const std::string one_word = CLI::detail::find_and_replace(name, " ", "\u00A0");
+    CLI::Option *const option = app_.add_option(one_word, values, help);
     if (least > 0) option->required()->expected(least, CLI::detail::expected_max_vector_size);
     keep(*option,
          {.names = {name}, .value = kind, .help = help, .required = least > 0, .repeated = true});

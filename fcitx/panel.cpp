@@ -18,10 +18,21 @@ namespace {
 
 using fcitx::Text;
 
+struct ItemText {
+    std::string label, comment;
+};
+
 class Candidate : public fcitx::CandidateWord {
   public:
-    Candidate(const std::string &text, std::size_t number, Clicked clicked)
-        : CandidateWord(Text(text)), number_(number), clicked_(std::move(clicked)) {}
+    Candidate(const ItemText &item, std::size_t number, Clicked clicked)
+        : CandidateWord(Text(item.label)), number_(number), clicked_(std::move(clicked)) {
+        if (item.comment.empty()) return;
+#if KIGOU_CANDIDATES_HAVE_COMMENTS
+        setComment(Text(item.comment));
+#else
+        setText(Text(item.label + "  " + item.comment));
+#endif
+    }
 
     void select(fcitx::InputContext *) const override {
         const Clicked clicked = clicked_; // the list goes, and this with it
@@ -38,7 +49,7 @@ class Page : public fcitx::CandidateList,
              public fcitx::PageableCandidateList,
              public fcitx::CursorMovableCandidateList {
   public:
-    Page(const ViewColumn &column, const std::vector<std::string> &texts, Clicked clicked)
+    Page(const ViewColumn &column, const std::vector<ItemText> &texts, Clicked clicked)
         : cursor_(column.cursor ? static_cast<int>(*column.cursor) : -1),
           before_(column.first != 0),
           after_(column.first + column.items.size() < column.total),
@@ -84,13 +95,13 @@ class Page : public fcitx::CandidateList,
     Clicked clicked_;
 };
 
-std::string text_of(const PlaceItem &item, std::optional<std::size_t> symbols) {
-    std::string text = item.label;
-    if (symbols) text += "  " + std::to_string(*symbols);
+ItemText text_of(const PlaceItem &item, std::optional<std::size_t> symbols) {
+    ItemText text{item.label, symbols ? std::to_string(*symbols) : std::string()};
     if (const SymbolNames *const names = item.symbol.empty() ? nullptr : names_of(item.symbol)) {
-        text += "  " + std::string(names->name);
+        text.comment = names->name;
     }
-    return item.path.empty() ? text : text + "  " + item.path;
+    if (!item.path.empty()) text.comment += (text.comment.empty() ? "" : "  ") + item.path;
+    return text;
 }
 
 std::string codes_of(const SymbolTold &symbol) {
@@ -145,7 +156,7 @@ void show_panel(fcitx::InputContext &field, const Opening &opening, PanelStyle s
     if (view.symbol && style.codes) panel.setAuxDown(Text(codes_of(*view.symbol)));
     if (!view.columns.empty() && view.columns.front().total != 0) {
         const ViewColumn &column = view.columns.front();
-        std::vector<std::string> texts;
+        std::vector<ItemText> texts;
         for (std::size_t i = 0; i < column.items.size(); ++i) {
             texts.push_back(text_of(column.items[i], opening.symbols_below(column.first + i)));
         }
