@@ -46,11 +46,12 @@ void Picking::look_for(const std::string &query) {
     if (found_.found.empty()) message_ = word_list(found_.no_symbols);
     if (query_.size() < query.size()) message_ = "only the beginning of that is looked for";
     if (!found_.meant.empty()) message_ = "meant " + word_list(found_.meant) + "?";
-    if (message_.empty() && found_.found.empty() && !query_.empty()) message_ = "nothing is found";
-    if (!found_.elsewhere.empty()) {
-        for (const Sjis &symbol : found_.elsewhere) message_ += to_utf8(symbol);
-        message_ += " would answer, but in no set; type the symbol itself to take it";
-    }
+    const bool nothing = found_.found.empty() && found_.elsewhere.empty() && !query_.empty();
+    if (message_.empty() && nothing) message_ = "nothing is found";
+    if (found_.elsewhere.empty()) return;
+    if (!message_.empty()) message_ += "; ";
+    for (const Sjis &symbol : found_.elsewhere) message_ += to_utf8(symbol);
+    message_ += " would answer, but in no set; type the symbol itself to take it";
 }
 
 void Picking::show_found() {

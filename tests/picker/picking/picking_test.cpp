@@ -296,6 +296,7 @@ TEST_F(PickingTest, edits_one_by_one_and_takes_back) {
         {"back back last enter rename clear =丁 enter", "標準の記号/ [私/] | [丁] | ℃  !renamed 私／単位 to 私／丁"},
         {"sets rename", "[標準の記号/]私/  | 図/ 矢印  !標準の記号 cannot be changed; its symbols can be copied to a title of your own"},
         {"search =zzz", " ?zzz !nothing is found"},
+        {"search =ローマ数字", " ?ローマ数字 !ⅠⅡⅢⅣⅤⅥⅦⅧⅨⅩ would answer, but in no set; type the symbol itself to take it"},
         // Symbols that are typed, by the cursor or at the end.
         {"back back last enter enter add =× =1-90 enter",
          "標準の記号/ [私/] | [単位] | [℃] =セ氏度記号 add symbols:×1-90 !4 characters cannot be stored, so nothing is; word 1, column 2: '1' "
