@@ -14,6 +14,7 @@
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
 #include "picker/folder_lock.h"
+#include "picker/sentence.h"
 #include "picker/set_files.h"
 
 namespace kigou {
@@ -42,8 +43,9 @@ std::string name_of(const std::string &path, const std::string &title) {
 }
 
 [[noreturn]] void fail(const std::string &path, const std::string &copy, int reason) {
-    throw Failure(FailureKind::failed, "cannot keep " + path + " as it was in " + copy + ": " +
-                                           std::strerror(reason) + "; nothing is changed");
+    throw Failure(FailureKind::failed,
+                  sentence("cannot keep {1} as it was in {2}: {3}; nothing is changed", path, copy,
+                           std::strerror(reason)));
 }
 
 /** The folder of the backups, made when it is missing. */

@@ -9,6 +9,7 @@
 #include "common/acccom.h"
 #include "picker/disk_form.h"
 #include "picker/failure.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -59,8 +60,8 @@ TypedCode by_kuten(unsigned row, unsigned cell) {
     if (in_table(row, cell)) {
         code.symbol = cell_of(row, cell);
     } else {
-        code.refusal = "kuten " + code.label.substr(2) +
-                       " is outside of the table, which goes from 1-1 to 94-94";
+        code.refusal = sentence("kuten {1} is outside of the table, which goes from 1-1 to 94-94",
+                                code.label.substr(2));
     }
     return code;
 }
@@ -73,8 +74,8 @@ TypedCode by_cell(const char *prefix, const char *name, unsigned code, unsigned 
         typed.symbol = cell_of(row, cell);
     } else {
         const unsigned first = (offset + 1) * 0x101, last = (offset + most_row) * 0x101;
-        typed.refusal = hex(name, code) + " is outside of the table, which goes from " +
-                        hex("", first) + " to " + hex("", last);
+        typed.refusal = sentence("{1} is outside of the table, which goes from {2} to {3}",
+                                 hex(name, code), hex("", first), hex("", last));
     }
     return typed;
 }
@@ -96,7 +97,7 @@ TypedCode by_unicode(unsigned code) {
     if (auto symbol = code <= 0x10FFFF ? sjis_of(code) : std::nullopt) {
         typed.symbol = std::move(*symbol);
     } else {
-        typed.refusal = "Shift_JIS has no character " + typed.label;
+        typed.refusal = sentence("Shift_JIS has no character {1}", typed.label);
     }
     return typed;
 }

@@ -12,6 +12,7 @@
 #include <filesystem>
 
 #include "picker/failure.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -51,9 +52,10 @@ void make_common_directory(const Directories &directories) {
     std::error_code error;
     fs::create_directories(directories.common, error);
     if (!error || fs::is_directory(directories.common)) return;
-    throw Failure(FailureKind::failed,
-                  "cannot make the directory " + directories.common + ": " + error.message(), {},
-                  {{Remedy::name_own_folder}});
+    throw Failure(
+        FailureKind::failed,
+        sentence("cannot make the directory {1}: {2}", directories.common, error.message()), {},
+        {{Remedy::name_own_folder}});
 }
 
 void make_private_directory(const std::string &path) {
@@ -62,7 +64,7 @@ void make_private_directory(const std::string &path) {
     if (directory.has_parent_path()) fs::create_directories(directory.parent_path(), error);
     if (mkdir(path.c_str(), 0700) == 0 || errno == EEXIST) return;
     throw Failure(FailureKind::failed,
-                  "cannot make the directory " + path + ": " + std::strerror(errno));
+                  sentence("cannot make the directory {1}: {2}", path, std::strerror(errno)));
 }
 
 } // namespace kigou

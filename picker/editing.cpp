@@ -12,6 +12,7 @@
 #include "picker/file_bytes.h"
 #include "picker/library_messages.h"
 #include "picker/mending.h"
+#include "picker/sentence.h"
 #include "picker/writable.h"
 #include "sym/format.h"
 
@@ -43,8 +44,8 @@ Sjis with_title(Sjis text, const Title &title) {
 }
 
 [[noreturn]] void refuse_taken_title(const Title &title) {
-    throw Failure(FailureKind::refused, "there is a symbol file " + title.text + " already", {},
-                  {{Remedy::choose_free_title}});
+    throw Failure(FailureKind::refused, sentence("there is a symbol file {1} already", title.text),
+                  {}, {{Remedy::choose_free_title}});
 }
 
 } // namespace
@@ -87,7 +88,7 @@ void Edit::refuse_taken(const Title &title) const {
 
 void Edit::refuse_standard_set() const {
     if (as_ || title_.text != standard_title) return;
-    throw Failure(FailureKind::refused, title_.text + " cannot be changed", {},
+    throw Failure(FailureKind::refused, sentence("{1} cannot be changed", title_.text), {},
                   {{Remedy::keep_as_new_set}, {Remedy::edit_another_set}});
 }
 
@@ -121,15 +122,15 @@ void Edit::open_session() {
                      .count();
     refuse_standard_set();
     if (snapshot.size() - 1 > most_titles) {
-        throw Failure(FailureKind::refused, title_.text + " cannot be changed: it has " +
-                                                std::to_string(snapshot.size() - 1) +
-                                                " titles of at most " +
-                                                std::to_string(most_titles));
+        throw Failure(
+            FailureKind::refused,
+            sentence("{1} cannot be changed: it has {2} titles of at most {3}", title_.text,
+                     std::to_string(snapshot.size() - 1), std::to_string(most_titles)));
     }
     if (!is_writable(snapshot.path()) && title_.text != standard_title) {
         // The library opens for update alone. What is kept as another set can be a copy.
         if (as_) return replace_text(snapshot.text(), {});
-        throw Failure(FailureKind::refused, title_.text + " cannot be changed",
+        throw Failure(FailureKind::refused, sentence("{1} cannot be changed", title_.text),
                       why_not_written(fs::path(snapshot.path()).parent_path(), snapshot.path()),
                       {{Remedy::keep_as_new_set}});
     }
@@ -137,7 +138,7 @@ void Edit::open_session() {
     session_->open(title_);
     if (identity_of(session_->opened()) != snapshot.identity()) {
         throw Failure(FailureKind::changed,
-                      snapshot.path() + " was changed by another program just now", {},
+                      sentence("{1} was changed by another program just now", snapshot.path()), {},
                       {{Remedy::try_again}});
     }
     stop_if_asked(hooks_);
@@ -165,7 +166,7 @@ void Edit::refuse_loss(const Sjis &text) const {
     }
     if (same) return;
     const std::string &path = located_->snapshot.path();
-    throw Failure(FailureKind::failed, title_.text + " cannot be changed",
+    throw Failure(FailureKind::failed, sentence("{1} cannot be changed", title_.text),
                   lines_to_mend(path, check_symbol_file(bytes)), {{Remedy::mend_file, path}});
 }
 
@@ -191,7 +192,7 @@ void Edit::replace_text(const Sjis &text, std::vector<Change> changes, bool take
     } catch (const LibraryFailure &failure) {
         if (failure.message() == message_not_opened) throw;
         throw Failure(FailureKind::refused,
-                      "the library does not take what " + title_.text + " would be",
+                      sentence("the library does not take what {1} would be", title_.text),
                       {"a set holds at most " + std::to_string(most_titles) +
                        " titles, ten levels deep, with paths of at most " +
                        std::to_string(most_path) + " bytes"});
@@ -218,10 +219,13 @@ void Edit::refuse_changed() const {
     } catch (const Failure &) {
         // It is no symbol file any more.
     }
-    throw Failure(FailureKind::changed,
-                  opened.path() + (now ? " was changed by another program" : " is gone") +
-                      " since it was opened, so nothing is saved",
-                  {}, {{Remedy::try_again}, {Remedy::keep_as_new_set}});
+    throw Failure(
+        FailureKind::changed,
+        now ? sentence(
+                  "{1} was changed by another program since it was opened, so nothing is saved",
+                  opened.path())
+            : sentence("{1} is gone since it was opened, so nothing is saved", opened.path()),
+        {}, {{Remedy::try_again}, {Remedy::keep_as_new_set}});
 }
 
 /** Saves, and says what keeps it from being done. */

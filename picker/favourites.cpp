@@ -11,6 +11,7 @@
 #include "picker/disk_form.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
+#include "picker/sentence.h"
 #include "picker/set_text.h"
 #include "picker/symbol_data.h"
 
@@ -109,8 +110,9 @@ void append(Block &block, const Sjis &symbol) {
 /** @throws Failure (refused) when the data would not be read back as it is */
 void refuse_odd(const std::string &path, const Sjis &data, std::vector<Advice> advice) {
     if (const auto reason = data_refusal(data)) {
-        throw Failure(FailureKind::refused, "cannot change the symbols of " + path + ": " + *reason,
-                      {}, std::move(advice));
+        throw Failure(FailureKind::refused,
+                      sentence("cannot change the symbols of {1}: {2}", path, *reason), {},
+                      std::move(advice));
     }
 }
 
@@ -158,18 +160,21 @@ void refuse_spoilt(const SetFiles &sets, const std::string &own) {
     for (const SpoiltFile &file : sets.spoilt) {
         std::error_code error;
         if (fs::is_directory(file.path, error) && file.path != own) continue;
-        std::string is = "is";
+        bool certain = true;
         try {
             if (!has_title(file.path)) continue;
         } catch (const Failure &) {
             const fs::path folder = fs::path(file.path).parent_path();
             const bool in_own = file.path == own || fs::equivalent(folder, own, error);
             if (own.empty() || !in_own) continue;
-            is = "may be";
+            certain = false;
         }
         throw Failure(FailureKind::failed,
-                      file.path + " " + is + " the file of the " + std::string(favourites_title) +
-                          ", and is no symbol file: " + file.reason,
+                      certain
+                          ? sentence("{1} is the file of the {2}, and is no symbol file: {3}",
+                                     file.path, favourites_title, file.reason)
+                          : sentence("{1} may be the file of the {2}, and is no symbol file: {3}",
+                                     file.path, favourites_title, file.reason),
                       {}, {{Remedy::mend_file, file.path}});
     }
 }

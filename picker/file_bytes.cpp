@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "picker/failure.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -37,8 +38,14 @@ class Descriptor {
     int number_;
 };
 
-[[noreturn]] void fail(const std::string &what, const std::string &path, int reason) {
-    throw Failure(FailureKind::failed, what + " " + path + ": " + std::strerror(reason));
+[[noreturn]] void fail_reading(const std::string &path, int reason) {
+    throw Failure(FailureKind::failed,
+                  sentence("cannot read {1}: {2}", path, std::strerror(reason)));
+}
+
+[[noreturn]] void fail_writing(const std::string &path, int reason) {
+    throw Failure(FailureKind::failed,
+                  sentence("cannot write {1}: {2}", path, std::strerror(reason)));
 }
 
 std::int64_t nanoseconds(const timespec &time) {
@@ -52,35 +59,36 @@ FileIdentity identity_of(const struct stat &file) {
 
 struct stat status_of(int descriptor, const std::string &path) {
     struct stat status {};
-    if (fstat(descriptor, &status) != 0) fail("cannot read", path, errno);
+    if (fstat(descriptor, &status) != 0) fail_reading(path, errno);
     return status;
 }
 
 int open_regular(const std::string &path) {
     // A pipe would be waited for otherwise.
     const int file = open(path.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
-    if (file < 0) fail("cannot read", path, errno);
+    if (file < 0) fail_reading(path, errno);
     struct stat status {};
     const bool known = fstat(file, &status) == 0;
     if (known && S_ISREG(status.st_mode)) return file;
     const int reason = errno;
     ::close(file);
-    if (!known) fail("cannot read", path, reason);
-    throw Failure(FailureKind::failed, "cannot read " + path + ": it is " +
-                                           (S_ISDIR(status.st_mode) ? "a directory" : "no file") +
-                                           " and so no symbol file");
+    if (!known) fail_reading(path, reason);
+    throw Failure(FailureKind::failed,
+                  S_ISDIR(status.st_mode)
+                      ? sentence("cannot read {1}: it is a directory and so no symbol file", path)
+                      : sentence("cannot read {1}: it is no file and so no symbol file", path));
 }
 
 /** Up to that many bytes from the start of the file. */
 Sjis read_up_to(int descriptor, const std::string &path, std::size_t most_bytes, off_t expected) {
     Sjis bytes;
     bytes.reserve(std::min(most_bytes, static_cast<std::size_t>(expected) + 1));
-    if (lseek(descriptor, 0, SEEK_SET) != 0) fail("cannot read", path, errno);
+    if (lseek(descriptor, 0, SEEK_SET) != 0) fail_reading(path, errno);
     while (bytes.size() < most_bytes) {
         const std::size_t before = bytes.size();
         bytes.resize(std::min(before + piece_bytes, most_bytes));
         const ssize_t count = read(descriptor, bytes.data() + before, bytes.size() - before);
-        if (count < 0 && errno != EINTR) fail("cannot read", path, errno);
+        if (count < 0 && errno != EINTR) fail_reading(path, errno);
         bytes.resize(before + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
         if (count == 0) break;
     }
@@ -112,7 +120,7 @@ class Beside {
         : name_(name_beside(path)) {
         unlink(name_.c_str()); // of a process of that number that was killed
         Descriptor file(open(name_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode));
-        if (file.number() < 0) fail("cannot write", path, errno);
+        if (file.number() < 0) fail_writing(path, errno);
         flock(file.number(), LOCK_EX | LOCK_NB);
         write_all(file.number(), bytes);
         int reason = errno;
@@ -120,7 +128,7 @@ class Beside {
         if (!file.close() && reason == 0) reason = errno;
         if (reason == 0) return;
         unlink(name_.c_str());
-        fail("cannot write", path, reason);
+        fail_writing(path, reason);
     }
     ~Beside() { unlink(name_.c_str()); } // nothing is there once it was renamed
     Beside(const Beside &) = delete;
@@ -152,10 +160,10 @@ FileBytes read_file(const std::string &path, std::size_t most_bytes) {
     struct stat before = status_of(file.number(), path);
     for (int tries = 0; tries < most_tries; ++tries) {
         if (static_cast<std::uint64_t>(before.st_size) > most_bytes) {
-            throw Failure(FailureKind::failed, "cannot read " + path + ": it has " +
-                                                   std::to_string(before.st_size) +
-                                                   " bytes, and a symbol file " +
-                                                   std::to_string(most_bytes) + " at most");
+            throw Failure(
+                FailureKind::failed,
+                sentence("cannot read {1}: it has {2} bytes, and a symbol file {3} at most", path,
+                         std::to_string(before.st_size), std::to_string(most_bytes)));
         }
         Sjis bytes = read_up_to(file.number(), path, most_bytes, before.st_size);
         const struct stat after = status_of(file.number(), path);
@@ -165,8 +173,9 @@ FileBytes read_file(const std::string &path, std::size_t most_bytes) {
         }
         before = after;
     }
-    throw Failure(FailureKind::failed, "cannot read " + path + ": another program is writing to it",
-                  {}, {{Remedy::try_again}});
+    throw Failure(FailureKind::failed,
+                  sentence("cannot read {1}: another program is writing to it", path), {},
+                  {{Remedy::try_again}});
 }
 
 Sjis read_head(const std::string &path, std::size_t most_bytes) {
@@ -181,14 +190,14 @@ bool write_new(const std::string &path, std::span<const unsigned char> bytes, mo
     if (reason != 0 && reason != EEXIST && access(path.c_str(), F_OK) != 0) {
         reason = rename(fresh.name(), path.c_str()) == 0 ? 0 : errno;
     }
-    if (reason != 0 && reason != EEXIST) fail("cannot write", path, reason);
+    if (reason != 0 && reason != EEXIST) fail_writing(path, reason);
     if (reason == 0) sync_folder_of(path);
     return reason == 0;
 }
 
 void replace_file(const std::string &path, std::span<const unsigned char> bytes, mode_t mode) {
     const Beside fresh(path, bytes, mode);
-    if (rename(fresh.name(), path.c_str()) != 0) fail("cannot write", path, errno);
+    if (rename(fresh.name(), path.c_str()) != 0) fail_writing(path, errno);
 }
 
 } // namespace kigou

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "picker/failure.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -21,9 +22,11 @@ constexpr std::chrono::milliseconds longest_pause{50};
 
 [[noreturn]] void fail(const std::string &path) {
     if (errno == ELOOP) {
-        throw Failure(FailureKind::failed, "cannot lock " + path + ": it is a link; remove it");
+        throw Failure(FailureKind::failed,
+                      sentence("cannot lock {1}: it is a link; remove it", path));
     }
-    throw Failure(FailureKind::failed, "cannot lock " + path + ": " + std::strerror(errno));
+    throw Failure(FailureKind::failed,
+                  sentence("cannot lock {1}: {2}", path, std::strerror(errno)));
 }
 
 /** Who may write in the folder may lock it, and nobody else. */
@@ -79,8 +82,9 @@ FolderLock::FolderLock(const std::string &folder, const EditHooks &hooks) {
             if (!std::exchange(told, true) && hooks.waits) hooks.waits(folder);
             if (std::chrono::steady_clock::now() >= end) {
                 throw Failure(FailureKind::busy,
-                              "another program has been editing the sets in " + folder +
-                                  " all the while, so nothing was done",
+                              sentence("another program has been editing the sets in {1} all the "
+                                       "while, so nothing was done",
+                                       folder),
                               {}, {{Remedy::try_again}});
             }
             std::this_thread::sleep_for(pause);

@@ -16,6 +16,7 @@
 #include "picker/file_bytes.h"
 #include "picker/folder_lock.h"
 #include "picker/recovery.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -51,7 +52,7 @@ void take_out(std::vector<Sjis> &symbols, const Sjis &symbol) {
 RecentPicks not_done(const Failure &failure, std::vector<Sjis> symbols = {}) {
     const bool busy = failure.kind() == FailureKind::busy;
     return {std::move(symbols), false,
-            busy ? "another program held the recent picks for too long" : failure.what()};
+            busy ? sentence("another program held the recent picks for too long") : failure.what()};
 }
 
 bool is_utf8(std::string_view text) {
@@ -70,12 +71,14 @@ Recents::File Recents::look() const {
     struct stat status {};
     if (lstat(path_.c_str(), &status) != 0) {
         if (errno == ENOENT || errno == ENOTDIR) return {};
-        throw Failure(FailureKind::failed, "cannot read " + path_ + ": " + std::strerror(errno));
+        throw Failure(FailureKind::failed,
+                      sentence("cannot read {1}: {2}", path_, std::strerror(errno)));
     }
     // A link could lead to any file, and what is no file has no lines.
-    if (S_ISLNK(status.st_mode)) return {{}, "it was a link"};
-    if (!S_ISREG(status.st_mode)) return {{}, "it was no file"};
-    if (access(path_.c_str(), R_OK) != 0 && errno == EACCES) return {{}, "it could not be read"};
+    if (S_ISLNK(status.st_mode)) return {{}, sentence("it was a link")};
+    if (!S_ISREG(status.st_mode)) return {{}, sentence("it was no file")};
+    if (access(path_.c_str(), R_OK) != 0 && errno == EACCES)
+        return {{}, sentence("it could not be read")};
     const Sjis bytes = read_head(path_, most_file);
     File file;
     std::string line;
@@ -87,14 +90,15 @@ Recents::File Recents::look() const {
         if (line.ends_with('\r')) line.pop_back();
         Sjis symbol = symbol_of(line);
         if (!line.empty() && (symbol.empty() || !is_utf8(line))) {
-            file.damage = "it held lines that are no symbols";
+            file.damage = sentence("it held lines that are no symbols");
         }
         const bool known = std::ranges::find(file.symbols, symbol) != file.symbols.end();
         if (!symbol.empty() && !known) file.symbols.push_back(std::move(symbol));
         line.clear();
     }
-    if (!line.empty()) file.damage = "its last line was cut off";
-    if (static_cast<std::size_t>(status.st_size) > most_file) file.damage = "it was too large";
+    if (!line.empty()) file.damage = sentence("its last line was cut off");
+    if (static_cast<std::size_t>(status.st_size) > most_file)
+        file.damage = sentence("it was too large");
     if (file.symbols.size() > limit_) file.symbols.resize(limit_);
     return file;
 }
@@ -105,10 +109,11 @@ std::string Recents::put_aside(const std::string &damage) const {
     unlink(aside.c_str()); // an earlier one, which may be of another kind
     // What can be read of it stays until the new file is written. A folder has but one name.
     if (link(path_.c_str(), aside.c_str()) != 0 && std::rename(path_.c_str(), aside.c_str()) != 0) {
-        throw Failure(FailureKind::failed, path_ + " is damaged (" + damage +
-                                               ") and cannot be renamed: " + std::strerror(errno));
+        throw Failure(FailureKind::failed,
+                      sentence("{1} is damaged ({2}) and cannot be renamed: {3}", path_, damage,
+                               std::strerror(errno)));
     }
-    return "the file of the recent picks was damaged (" + damage + ") and is " + aside + " now";
+    return sentence("the file of the recent picks was damaged ({1}) and is {2} now", damage, aside);
 }
 
 /** Removes what killed processes began to write. */
@@ -142,7 +147,7 @@ RecentPicks Recents::change(const std::function<void(Symbols &)> &edit) const {
     } catch (const Failure &failure) {
         const std::string told = std::exchange(picks.trouble, {});
         picks = not_done(failure, std::move(picks.symbols));
-        if (!told.empty()) picks.trouble = told + "; " + picks.trouble;
+        if (!told.empty()) picks.trouble = sentence("{1}; {2}", told, picks.trouble);
     }
     return picks;
 }
@@ -153,7 +158,7 @@ RecentPicks Recents::forget() const {
     for (const std::string &path : {path_, path_ + damaged_suffix}) {
         if (std::remove(path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) continue;
         picks.done = false;
-        picks.trouble = "cannot remove " + path + ": " + std::strerror(errno);
+        picks.trouble = sentence("cannot remove {1}: {2}", path, std::strerror(errno));
     }
     sweep();
     return picks;

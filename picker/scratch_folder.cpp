@@ -14,6 +14,7 @@
 #include "picker/directories.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -36,8 +37,8 @@ ScratchFolder::ScratchFolder() {
     const fs::path parent = fs::absolute(temporary_directory());
     std::string name = (parent / (std::string(prefix) + "XXXXXX")).string();
     if (!mkdtemp(name.data())) {
-        throw Failure(FailureKind::failed,
-                      "cannot make a folder in " + parent.string() + ": " + std::strerror(errno));
+        throw Failure(FailureKind::failed, sentence("cannot make a folder in {1}: {2}",
+                                                    parent.string(), std::strerror(errno)));
     }
     path_ = name;
     lock_ = lock_of(path_);

@@ -13,6 +13,7 @@
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
 #include "picker/near_titles.h"
+#include "picker/sentence.h"
 #include "sym/format.h"
 
 namespace kigou {
@@ -24,19 +25,20 @@ constexpr std::size_t longest_title = 259; // that it lists
 
 void add_file(const std::string &path, SetFiles &files) {
     if (path.size() > longest_path) {
-        files.spoilt.push_back({path, "the name of the file with its directories is longer than " +
-                                          std::to_string(longest_path) + " bytes"});
+        files.spoilt.push_back(
+            {path, sentence("the name of the file with its directories is longer than {1} bytes",
+                            std::to_string(longest_path))});
         return;
     }
     try {
         const Sjis text = text_form(read_head(path, head_bytes));
         acc::Range title;
         if (!acc::has_symbol_header(text)) {
-            files.spoilt.push_back({path, "the first line is not 〈記号〉"});
+            files.spoilt.push_back({path, sentence("the first line is not 〈記号〉")});
         } else if (!acc::find_file_title(text, head_bytes, title)) {
-            files.spoilt.push_back({path, "no line of its head begins with 名称="});
+            files.spoilt.push_back({path, sentence("no line of its head begins with 名称=")});
         } else if (title.length > longest_title) {
-            files.spoilt.push_back({path, "the file title is too long"});
+            files.spoilt.push_back({path, sentence("the file title is too long")});
         } else {
             files.sets.push_back(
                 {title_of(std::span(text).subspan(title.offset, title.length)), path});
@@ -79,10 +81,10 @@ const SetFile &SetFiles::get(const Title &title) const {
 SetFiles find_sets(const Directories &directories) {
     SetFiles files;
     if (const int reason = add_directory(directories.program, files); reason != 0) {
-        throw Failure(
-            FailureKind::failed,
-            "cannot read the directory \"" + directories.program + "\": " + std::strerror(reason),
-            {}, {{Remedy::name_program_folder}});
+        throw Failure(FailureKind::failed,
+                      sentence("cannot read the directory \"{1}\": {2}", directories.program,
+                               std::strerror(reason)),
+                      {}, {{Remedy::name_program_folder}});
     }
     std::error_code error;
     if (std::filesystem::equivalent(directories.program, directories.common, error)) return files;

@@ -5,6 +5,7 @@
 
 #include "picker/disk_form.h"
 #include "picker/failure.h"
+#include "picker/sentence.h"
 #include "sym/format.h"
 
 namespace kigou {
@@ -15,7 +16,7 @@ std::string key_of(std::span<const unsigned char> path) {
 }
 
 [[noreturn]] void refuse(const std::string &path, const std::string &reason) {
-    throw Failure(FailureKind::failed, path + " is not a symbol file: " + reason, {},
+    throw Failure(FailureKind::failed, sentence("{1} is not a symbol file: {2}", path, reason), {},
                   {{Remedy::check_file, path}});
 }
 
@@ -38,9 +39,9 @@ Snapshot Snapshot::of_text(Sjis text, const std::string &name) {
 
 void Snapshot::parse() {
     acc::Range title;
-    if (!acc::has_symbol_header(text_)) refuse(path_, "the first line is not 〈記号〉");
+    if (!acc::has_symbol_header(text_)) refuse(path_, sentence("the first line is not 〈記号〉"));
     if (!acc::find_file_title(text_, static_cast<std::uint32_t>(text_.size() + 6), title)) {
-        refuse(path_, "no line begins with 名称=");
+        refuse(path_, sentence("no line begins with 名称="));
     }
     const auto at = [&](std::size_t offset) {
         return text_.begin() + static_cast<std::ptrdiff_t>(offset);

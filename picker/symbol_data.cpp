@@ -5,6 +5,7 @@
 #include <set>
 
 #include "picker/disk_form.h"
+#include "picker/sentence.h"
 #include "picker/set_text.h"
 
 namespace kigou {
@@ -50,17 +51,20 @@ std::vector<Sjis> missing_from(std::span<const unsigned char> data,
 
 std::optional<std::string> data_refusal(std::span<const unsigned char> data) {
     if (data.size() > most_data) {
-        return std::to_string(data.size()) + " bytes of at most " + std::to_string(most_data);
+        return sentence("{1} bytes of at most {2}", std::to_string(data.size()),
+                        std::to_string(most_data));
     }
     for (std::size_t i = 0; i + 1 < data.size(); i += 2) {
         const auto ends_a_line = [](unsigned char byte) { return byte == '\r' || byte == '\n'; };
         const bool line_end = data[i] == '\r' && data[i + 1] == '\n';
         if (!line_end && (ends_a_line(data[i]) || ends_a_line(data[i + 1]))) {
-            return "a line of it has an odd number of bytes";
+            return sentence("a line of it has an odd number of bytes");
         }
     }
-    if (!survives_saving(data)) return "it holds a character that a file cannot keep";
-    if (!reads_back(data)) return "it would be read as the end of the title or out of step";
+    if (!survives_saving(data)) return sentence("it holds a character that a file cannot keep");
+    if (!reads_back(data)) {
+        return sentence("it would be read as the end of the title or out of step");
+    }
     return std::nullopt;
 }
 

@@ -7,7 +7,7 @@
 
 namespace kigou {
 
-/** The words with a comma and a blank between. */
+/** The words with a comma and a blank between, or what a translation has there. */
 std::string word_list(const std::vector<std::string> &words);
 
 } // namespace kigou

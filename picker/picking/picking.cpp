@@ -6,6 +6,7 @@
 
 #include "picker/disk_form.h"
 #include "picker/failure.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 Picking::Picking(Shelf &shelf, const std::string &start, FirstColumn first)
@@ -50,7 +51,8 @@ void Picking::tell(const Failure &failure) {
     // Shown as it is now: another program changed it, or an edit was taken back in its middle.
     look();
     message_ = failure.what();
-    if (!failure.details().empty()) message_ += "; " + failure.details().front();
+    if (failure.details().empty()) return;
+    message_ = sentence("{1}; {2}", message_, failure.details().front());
 }
 
 void Picking::go(const Action &action) {
@@ -209,14 +211,14 @@ void Picking::go_to(const std::string &path) {
         return path == one.title.text || lies_below(path, one.title.text);
     });
     if (set == shelf_.sets().end()) {
-        message_ = "there is no title " + path;
+        message_ = sentence("there is no title {1}", path);
         return;
     }
     const auto snapshot = shelf_.snapshot(set->path);
     for (std::size_t number = 0; number < snapshot->size(); ++number) {
         if (snapshot->title(number).text == path) return go_to_title(snapshot, number);
     }
-    message_ = "there is no title " + path;
+    message_ = sentence("there is no title {1}", path);
     go_to_title(snapshot, 0);
 }
 

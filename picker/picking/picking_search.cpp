@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "picker/picking/picking.h"
+#include "picker/sentence.h"
 #include "picker/word_list.h"
 
 namespace kigou {
@@ -44,21 +45,24 @@ void Picking::look_for(const std::string &query) {
     found_is_old_ = false;
     found_ = search(shelf_.index(), query_);
     if (found_.found.empty()) message_ = word_list(found_.no_symbols);
-    if (query_.size() < query.size()) message_ = "only the beginning of that is looked for";
-    if (!found_.meant.empty()) message_ = "meant " + word_list(found_.meant) + "?";
+    if (query_.size() < query.size())
+        message_ = sentence("only the beginning of that is looked for");
+    if (!found_.meant.empty()) message_ = sentence("meant {1}?", word_list(found_.meant));
     const bool nothing = found_.found.empty() && found_.elsewhere.empty() && !query_.empty();
-    if (message_.empty() && nothing) message_ = "nothing is found";
+    if (message_.empty() && nothing) message_ = sentence("nothing is found");
     if (found_.elsewhere.empty()) return;
-    if (!message_.empty()) message_ += "; ";
-    for (const Sjis &symbol : found_.elsewhere) message_ += to_utf8(symbol);
-    message_ += " would answer, but in no set; type the symbol itself to take it";
+    std::string symbols;
+    for (const Sjis &symbol : found_.elsewhere) symbols += to_utf8(symbol);
+    const std::string elsewhere =
+        sentence("{1} would answer, but in no set; type the symbol itself to take it", symbols);
+    message_ = message_.empty() ? elsewhere : sentence("{1}; {2}", message_, elsewhere);
 }
 
 void Picking::show_found() {
     if (!searching_ || found_.found.empty()) return;
     const FoundSymbol &found = found_.found[found_cursor_];
     if (found.titles.empty()) {
-        message_ = "it stands in no set";
+        message_ = sentence("it stands in no set");
         return;
     }
     const Sjis symbol = found.symbol;

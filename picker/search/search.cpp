@@ -14,6 +14,7 @@
 #include "picker/search/ranks.h"
 #include "picker/search/readings.h"
 #include "picker/search/terms.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -145,10 +146,11 @@ class Search {
 
     static std::string unassigned(const TypedCode &code) {
         const std::string kuten = codes_of(code.symbol).kuten;
-        if (kuten.empty()) return code.label + " is no double-byte code of Shift_JIS";
-        const bool by_kuten = code.label == "k:" + kuten;
-        return "no character is assigned to " +
-               (by_kuten ? "kuten " + kuten : code.label + ", which is kuten " + kuten);
+        if (kuten.empty()) return sentence("{1} is no double-byte code of Shift_JIS", code.label);
+        if (code.label == "k:" + kuten) {
+            return sentence("no character is assigned to kuten {1}", kuten);
+        }
+        return sentence("no character is assigned to {1}, which is kuten {2}", code.label, kuten);
     }
 
     void add_single_byte(const TypedCode &code) {
@@ -156,12 +158,12 @@ class Search {
             symbol_of(code.symbol.front() < 0x80 ? code.symbol.front()
                                                  : to_characters(to_utf8(code.symbol)).front());
         if (!symbol) {
-            result_.no_symbols.push_back(code.label + " is a single-byte character");
+            result_.no_symbols.push_back(sentence("{1} is a single-byte character", code.label));
             return;
         }
-        result_.no_symbols.push_back(code.label +
-                                     " is a single-byte character; its double-byte form is " +
-                                     to_utf8(*symbol));
+        result_.no_symbols.push_back(
+            sentence("{1} is a single-byte character; its double-byte form is {2}", code.label,
+                     to_utf8(*symbol)));
         add(*symbol, Match::itself, codes_of(*symbol).unicode);
     }
 
@@ -171,8 +173,8 @@ class Search {
                 add(*symbol, Match::itself);
             } else if (lacking_.size() < most_meant) {
                 const std::string utf8 = to_utf8(character);
-                lacking_.push_back("Shift_JIS has no character " + utf8 + " (" +
-                                   unicode_names(utf8) + ")");
+                lacking_.push_back(
+                    sentence("Shift_JIS has no character {1} ({2})", utf8, unicode_names(utf8)));
             }
         }
     }
