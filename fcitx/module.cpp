@@ -16,6 +16,7 @@
 #include "fcitx/folders.h"
 #include "fcitx/panel.h"
 #include "picker/brackets.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -210,6 +211,7 @@ class Factory : public fcitx::AddonFactory {
     fcitx::AddonInstance *create(fcitx::AddonManager *manager) override {
         // The texts of the configuration are translated when it is made.
         fcitx::registerDomain(FCITX_GETTEXT_DOMAIN, installed("locale").c_str());
+        translate_sentences([](const char *text) { return _(text); });
         return new Module(manager->instance());
     }
 };

@@ -7,6 +7,7 @@
 #include "fcitx/folders.h"
 #include "picker/failure.h"
 #include "picker/favourites.h"
+#include "picker/sentence.h"
 
 namespace kigou {
 namespace {
@@ -14,8 +15,9 @@ namespace {
 std::string told(const std::vector<SpoiltFile> &spoilt) {
     if (spoilt.empty()) return {};
     const std::string name = std::filesystem::path(spoilt.front().path).filename();
-    const std::string text = name + ": " + spoilt.front().reason;
-    return spoilt.size() == 1 ? text : text + " (+" + std::to_string(spoilt.size() - 1) + ")";
+    const std::string &reason = spoilt.front().reason;
+    if (spoilt.size() == 1) return sentence("{1}: {2}", name, reason);
+    return sentence("{1}: {2} (+{3})", name, reason, std::to_string(spoilt.size() - 1));
 }
 
 std::unique_ptr<Picking> picking_at(Shelf &shelf, const std::string &place) {
@@ -47,8 +49,8 @@ void Opening::open() {
         if (trouble_.empty()) trouble_ = told(shelf_->files().spoilt);
         if (trouble_.empty() && shelf_->sets().empty()) {
             trouble_ = settings_.hidden.empty()
-                           ? "no symbol file in " + shelf_->directories().program
-                           : "the settings leave no symbol file to show";
+                           ? sentence("no symbol file in {1}", shelf_->directories().program)
+                           : sentence("the settings leave no symbol file to show");
         }
         picking_->act({.act = Act::point, .number = cursor_});
         keep_place();
@@ -134,16 +136,20 @@ void Opening::toggle_favourite(std::function<void(std::string, bool)> done) {
     const ViewColumn column = view.columns.empty() ? ViewColumn{} : view.columns.front();
     const Sjis symbol = column.cursor ? column.items[*column.cursor].symbol : Sjis();
     if (symbol.empty()) {
-        trouble_ = "there is no symbol under the cursor";
+        trouble_ = sentence("there is no symbol under the cursor");
         return;
     }
     beside_.run([symbol, done = std::move(done), favourites = Favourites(module_directories())] {
         try {
             const bool is_one = favourites.has(symbol);
-            const std::string set(favourites_title);
-            is_one ? favourites.remove(symbol, SetEdits::hooks())
-                   : favourites.add(symbol, SetEdits::hooks());
-            done(to_utf8(symbol) + (is_one ? " is no longer in " : " is in ") + set, false);
+            const std::string shown = to_utf8(symbol);
+            if (is_one) {
+                favourites.remove(symbol, SetEdits::hooks());
+                done(sentence("{1} is no longer in {2}", shown, favourites_title), false);
+            } else {
+                favourites.add(symbol, SetEdits::hooks());
+                done(sentence("{1} is in {2}", shown, favourites_title), false);
+            }
         } catch (const std::exception &failure) {
             done(failure.what(), true);
         }

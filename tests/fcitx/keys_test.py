@@ -396,7 +396,7 @@ def check_settings(root):
         (fcitx.folder / "common/c.kig").write_bytes(b"spoilt")
         hidden = Dictionary({"0": "ろ", "1": "c.kig", "2": "default.kig"}, signature="sv")
         fcitx.controller().SetConfig(address, Dictionary({"HiddenFiles": hidden}, signature="sv"))
-        check("without some files", [("F5", "記号  there is no title 標準の記号／矢印 | *1 最近  1  2 い  1 | "), ("F5 F5", "記号 | *1 最近  1  2 い  1 | ")], field)
+        check("without some files", [("F5", "記号  タイトル「標準の記号／矢印」はありません | *1 最近  1  2 い  1 | "), ("F5 F5", "記号 | *1 最近  1  2 い  1 | ")], field)
         written = (fcitx.folder / "config/fcitx5/conf/kigou.conf").read_text()
         assert "PageSize=10\n" in written and "1=F5\n" in written and "1=c.kig\n" in written, written
 

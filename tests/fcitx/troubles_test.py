@@ -68,6 +68,28 @@ def check_troubles(root):
             assert line in told, f"not in the log: {line}"
 
 
+def check_japanese(root):
+    """What the core says, to a person who reads Japanese."""
+    rows = [
+        (OPEN, "記号  b.kig：最初の行が〈記号〉ではありません | *1 図  4  2 矢印  2  3 面  11 | "),
+        ("く ろ ほ じ", "[くろほじ] 検索  0  もしかして：くろほし |  | "),
+        ("Escape z z z", "[zzz] 検索  0  見つかりません |  | "),
+        ("Escape s : 8 5 4 0", "[s:8540] 検索  0  s:8540（区点 9-1）に文字はありません |  | "),
+        ("Escape ♀ Right", "[♀] 検索  1  どの記号ファイルにもありません | *1 ♀  雌記号 | 区点 1-74  JIS 216A  Shift_JIS 818A  U+2640"),
+        ("Escape 2 Control+d", "標準の記号／矢印  → をお気に入りに入れました | " + ARROWS.replace("kuten", "区点")),
+    ]
+    with InputMethod(root, LANGUAGE="ja") as fcitx:
+        standard(fcitx)
+        broken(fcitx, "common/b.kig")
+        field = TextField(fcitx)
+        for keys, expected in rows:
+            for key in keys.split():
+                field.press(key)
+            fcitx.wait_for_notes()
+            field.settle()
+            assert str(field.got) == expected, f"{keys}:\n  expected {expected}\n  got      {field.got}"
+
+
 def check_traces(root):
     """Browsing and picking make no working file, and leave nothing open."""
     with InputMethod(root) as fcitx:
@@ -93,7 +115,7 @@ def check_traces(root):
 
 def main():
     root = os.path.abspath(sys.argv[1])
-    for test in (check_troubles, check_traces):
+    for test in (check_troubles, check_japanese, check_traces):
         test(root)
         print(test.__name__, "passes")
 
