@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "cli/command.h"
-#include "picker/set_files.h"
+#include "cli/set_word.h"
 #include "picker/set_formats.h"
 #include "picker/snapshot.h"
 
@@ -17,8 +17,7 @@ struct Options {
 };
 
 Status run(const Context &context, const Options &options) {
-    const SetFiles sets = find_sets(context.directories);
-    const Snapshot snapshot(sets.get(typed_title(options.title)).path);
+    const Snapshot snapshot = set_of_word(context, options.title);
     const std::string format =
         options.format.empty() ? (context.json ? "json" : "text") : options.format;
     static const std::map<std::string, Format> formats{
@@ -29,7 +28,8 @@ Status run(const Context &context, const Options &options) {
 
 Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
-    arguments.optional_word("TITLE", Value::file_title, options->title, "Title of the symbol file");
+    arguments.optional_word("TITLE", Value::file_title, options->title,
+                            "Title of the symbol file, or the name of one");
     arguments.choice("--format", options->format, {"text", "json", "tsv"},
                      "text (default), json or tsv");
     return [options](const Context &context) { return run(context, *options); };
@@ -41,7 +41,8 @@ const Command export_command{.name = "export",
                              .summary = "Write a symbol file as text, JSON or a table",
                              .examples =
                                  "  kigou export 私の記号 > 私の記号.txt\n"
-                                 "  kigou export 拡張の記号 --format tsv",
+                                 "  kigou export 拡張の記号 --format tsv\n"
+                                 "  kigou export ./new.kig",
                              .declare = declare,
                              .notes = "'kigou import' reads all three back."};
 

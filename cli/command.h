@@ -50,6 +50,10 @@ extern const Command export_command;
 extern const Command import_command;
 extern const Command check_command;
 extern const Command recover_command;
+extern const Command diff_command;
+extern const Command merge_command;
+extern const Command coverage_command;
+extern const Command git_setup_command;
 
 } // namespace kigou
 

@@ -106,18 +106,11 @@ class Merge {
         const Sequence before(base.begin(), base.end());
         const Sequence left(ours.begin(), ours.end()), right(theirs.begin(), theirs.end());
         const auto ours_kept = partners(left, before), theirs_kept = partners(right, before);
-        std::vector<int> kept(before.size());
-        for (const auto *const side : {&ours_kept, &theirs_kept}) {
-            for (const std::size_t place : *side) {
-                if (place != none) ++kept[place];
-            }
-        }
         for (const auto &[side, all] : {std::pair(&ours_kept, &left), {&theirs_kept, &right}}) {
             const auto stays = kept_in(before, *all);
             const auto moved = std::ranges::count_if(*side, [](auto at) { return at != none; });
             if (static_cast<std::size_t>(moved) != stays.size()) merged_.conflict = true;
         }
-        if (std::ranges::count(kept, 2) != 0) merged_.conflict = true;
         const auto fresh = [&](const std::vector<std::size_t> &side, std::size_t begin,
                                std::size_t MergedItem::*place, const Sequence &from) {
             std::vector<MergedItem> items;

@@ -14,7 +14,9 @@
 namespace kigou {
 namespace {
 
-constexpr std::string_view other_version = "（別版）"; // behind the title of their symbols
+// Before the title of their symbols: the library takes one that begins like its sibling for one
+// below that.
+constexpr std::string_view other_version = "別版";
 
 class Merge {
   public:
@@ -138,9 +140,8 @@ class Merge {
         for (std::size_t number = 1;; ++number) {
             std::string name(other_version);
             if (number > 1) name += std::to_string(number);
-            const Sjis more = typed_title(name).sjis;
-            Sjis whole = title;
-            whole.insert(whole.end(), more.begin(), more.end());
+            Sjis whole = typed_title(name + "：").sjis;
+            whole.insert(whole.end(), title.begin(), title.end());
             if (whole.size() > most_title) {
                 throw Failure(FailureKind::refused,
                               "both changed the same symbols of " + to_utf8(title) +

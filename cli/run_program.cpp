@@ -1,0 +1,44 @@
+// run_program.cpp - see run_program.h.
+#include "cli/run_program.h"
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+
+namespace kigou {
+
+ProgramEnd run_program(const std::vector<std::string> &words) {
+    std::array<int, 2> pipe_ends{};
+    if (pipe2(pipe_ends.data(), O_CLOEXEC) != 0) return {};
+    std::vector<char *> arguments;
+    for (const std::string &word : words) arguments.push_back(const_cast<char *>(word.c_str()));
+    arguments.push_back(nullptr);
+    posix_spawn_file_actions_t files;
+    posix_spawn_file_actions_init(&files);
+    posix_spawn_file_actions_adddup2(&files, pipe_ends[1], STDOUT_FILENO);
+    pid_t child = 0;
+    const bool runs =
+        posix_spawnp(&child, arguments[0], &files, nullptr, arguments.data(), environ) == 0;
+    posix_spawn_file_actions_destroy(&files);
+    close(pipe_ends[1]);
+    ProgramEnd end;
+    std::array<char, 4096> part{};
+    for (ssize_t count = 1; runs && count != 0;) {
+        count = read(pipe_ends[0], part.data(), part.size());
+        if (count > 0) end.output.append(part.data(), static_cast<std::size_t>(count));
+        if (count < 0 && errno != EINTR) break;
+    }
+    close(pipe_ends[0]);
+    int status = 0;
+    while (runs && waitpid(child, &status, 0) < 0 && errno == EINTR) {
+    }
+    if (runs && WIFEXITED(status)) end.status = WEXITSTATUS(status);
+    if (end.output.ends_with('\n')) end.output.pop_back();
+    return end;
+}
+
+} // namespace kigou
