@@ -23,11 +23,13 @@ class Screen:
     """A display without a monitor, with a terminal on it whose program keeps what it reads."""
 
     def __init__(self, root, language):
-        self.number, number = os.pipe()
+        told, number = os.pipe()
         self.server = subprocess.Popen(
             ["Xvfb", "-displayfd", str(number), "-screen", "0", "700x500x24"], pass_fds=[number], stderr=subprocess.DEVNULL
         )  # fmt: skip
-        display = ":" + os.read(self.number, 16).decode().strip()
+        os.close(number)
+        with os.fdopen(told) as display:
+            display = ":" + display.readline().strip()
         self.fcitx = InputMethod(root, without=WITHOUT, KIGOU_PROGRAM_DIR="", LANGUAGE=language, DISPLAY=display, XMODIFIERS="@im=fcitx")
         self.read = self.fcitx.folder / "read"
 
@@ -37,8 +39,8 @@ class Screen:
             ["xterm", "-fa", "DejaVu Sans Mono", "-fd", "IPAGothic", "-fs", "14", "-u8", "-geometry", "60x20+0+0", "-e", "sh", "-c", f"printf '$ ' && exec cat >{self.read}"],
             env=self.fcitx.environment,
         )  # fmt: skip
-        self.do("search", "--sync", "--onlyvisible", "--class", "xterm", "windowfocus", "--sync")
         self.wait("the terminal's program does not start", self.read.exists)
+        self.wait("the terminal does not get the focus", self.focus)
         return self
 
     def __exit__(self, *failure):
@@ -47,9 +49,15 @@ class Screen:
         self.server.terminate()
         self.server.wait()
 
+    def focus(self):
+        """The window may not be there yet, and there is no window manager to care."""
+        terminal = self.do("search", "--onlyvisible", "--class", "xterm")
+        self.do("windowfocus", *terminal.split())
+        return terminal and self.do("getwindowfocus") == terminal
+
     def do(self, *words):
         """xdotool. @return what it writes"""
-        return subprocess.run(["xdotool", *words], env=self.fcitx.environment, capture_output=True, text=True).stdout
+        return subprocess.run(["xdotool", *words], env=self.fcitx.environment, capture_output=True, text=True, timeout=PATIENCE).stdout
 
     def wait(self, otherwise, until):
         end = time.time() + PATIENCE
