@@ -48,10 +48,7 @@ const Folders &folders_with(Sets sets) {
     if (const auto there = all.find(sets); there != all.end()) return there->second;
     const Folders &folders = all[sets];
     if (sets == one_title) {
-        std::string symbols;
-        for (int i = 0; i < 1000; ++i) symbols += "→←↑↓☆★○●◎◇";
-        folders.put("0.kig", "〈記号〉\n名称=例0\n［題0］\n" + rule + rule + "［題0／1］\n" + rule +
-                                 symbols + "\n" + rule);
+        folders.put("0.kig", set_of_one_title("例0", 1000));
         return folders;
     }
     for (int i = 0; i < (sets == hundred_files ? 100 : 1); ++i) {

@@ -34,6 +34,7 @@ class Folders {
     Directories directories() const {
         return {root_ / "program", root_ / "common", root_ / "common"};
     }
+    std::string root() const { return root_; }
     std::string state() const { return root_ / "state"; }
 
     std::string put(const std::string &name, const std::string &utf8) const {
@@ -60,6 +61,14 @@ inline std::string set_of_titles(const std::string &file, std::int64_t titles) {
         text += "［" + path + "］\n" + rule + "→←↑↓☆★○●◎◇\n" + rule;
     }
     return text;
+}
+
+/** The same with one title that has so many tens of symbols. */
+inline std::string set_of_one_title(const std::string &file, std::int64_t tens) {
+    std::string text =
+        "〈記号〉\n名称=" + file + "\n［題0］\n" + rule + rule + "［題0／1］\n" + rule;
+    for (std::int64_t i = 0; i < tens; ++i) text += "→←↑↓☆★○●◎◇";
+    return text + "\n" + rule;
 }
 
 } // namespace kigou
