@@ -4,4 +4,6 @@
    the lock of gettext that is held there; fcitx5 then waits for that lock for ever. */
 #include <stdlib.h>
 
-__attribute__((constructor)) static void allocate(void) { free(malloc(1)); }
+__attribute__((constructor)) static void allocate(void) {
+    free(malloc(1));
+}
