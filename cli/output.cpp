@@ -42,15 +42,6 @@ std::string padded(std::string_view utf8, std::size_t columns) {
     return std::string(utf8) + std::string(columns > width ? columns - width : 0, ' ');
 }
 
-std::string printable(std::string_view utf8) {
-    std::string text;
-    for (const char32_t character : to_characters(utf8)) {
-        const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
-        text += to_utf8(control ? replacement_character : character);
-    }
-    return text;
-}
-
 std::string cell_text(const SymbolCodes &codes) {
     return codes.symbol == "\u3000" ? "[空白]" : printable(codes.symbol);
 }

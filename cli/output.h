@@ -18,9 +18,6 @@ std::size_t display_width(std::string_view utf8);
 /** The text with blanks up to a width in columns; wider text stays as it is. */
 std::string padded(std::string_view utf8, std::size_t columns);
 
-/** The text with U+FFFD for control characters, which could command the terminal. */
-std::string printable(std::string_view utf8);
-
 /** The symbol for a terminal; the ideographic space is labelled. */
 std::string cell_text(const SymbolCodes &codes);
 

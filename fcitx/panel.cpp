@@ -18,6 +18,8 @@ namespace {
 
 using fcitx::Text;
 
+constexpr std::size_t most_of_title = 30, most_of_path = 40, most_of_message = 120; // characters
+
 struct ItemText {
     std::string label, comment;
 };
@@ -95,12 +97,32 @@ class Page : public fcitx::CandidateList,
     Clicked clicked_;
 };
 
+/** A text for a window that is as wide as its widest line. */
+std::string fitting(const std::string &text, std::size_t most) {
+    const std::string shown = printable(text);
+    const std::string beginning = beginning_of(shown, most);
+    return beginning == shown ? shown : beginning + "…";
+}
+
+/** Of a path the end tells more. */
+std::string fitting_path(const std::string &path) {
+    const std::u32string characters = to_characters(printable(path));
+    if (characters.size() <= most_of_path) return printable(path);
+    std::string end = "…";
+    for (const char32_t one : characters.substr(characters.size() - most_of_path)) {
+        end += to_utf8(one);
+    }
+    return end;
+}
+
 ItemText text_of(const PlaceItem &item, std::optional<std::size_t> symbols) {
-    ItemText text{item.label, symbols ? std::to_string(*symbols) : std::string()};
+    ItemText text{fitting(item.label, most_of_title),
+                  symbols ? std::to_string(*symbols) : std::string()};
     if (const SymbolNames *const names = item.symbol.empty() ? nullptr : names_of(item.symbol)) {
         text.comment = names->name;
     }
-    if (!item.path.empty()) text.comment += (text.comment.empty() ? "" : "  ") + item.path;
+    if (!item.path.empty())
+        text.comment += (text.comment.empty() ? "" : "  ") + fitting_path(item.path);
     return text;
 }
 
@@ -111,13 +133,13 @@ std::string codes_of(const SymbolTold &symbol) {
 }
 
 std::string upper_line(const View &view) {
-    std::string text = view.columns.empty() ? std::string() : view.columns.front().path;
+    std::string text = view.columns.empty() ? "" : fitting_path(view.columns.front().path);
     if (view.searching) {
         text = std::string(_("Search")) + "  " + std::to_string(view.columns.front().total);
     } else if (text.empty()) {
         text = _("Symbols");
     }
-    return view.message.empty() ? text : text + "  " + view.message;
+    return view.message.empty() ? text : text + "  " + fitting(view.message, most_of_message);
 }
 
 /** What was typed, and how it is read where that is another text; never committed. */

@@ -269,6 +269,15 @@ std::string on_one_line(std::string_view utf8) {
     return line;
 }
 
+std::string printable(std::string_view utf8) {
+    std::string text;
+    for (const char32_t character : to_characters(utf8)) {
+        const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
+        text += to_utf8(control ? replacement_character : character);
+    }
+    return text;
+}
+
 std::string beginning_of(std::string_view utf8, std::size_t characters) {
     std::size_t end = 0;
     for (; end < utf8.size(); ++end) {

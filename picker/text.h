@@ -66,6 +66,9 @@ std::string on_one_line(std::string_view utf8);
 /** As many of its first characters. */
 std::string beginning_of(std::string_view utf8, std::size_t characters);
 
+/** The text with U+FFFD for control characters, which could command what shows it. */
+std::string printable(std::string_view utf8);
+
 /** The beginning of a text that may be long, for a message. */
 std::string shortened(std::string_view utf8);
 
