@@ -250,6 +250,14 @@ def large_set(person):
     return path
 
 
+def wait_for_edit(folder):
+    """Until the second working file is there, which has the edit."""
+    files, end = set(), time.time() + 30
+    while len(files) < 2:
+        files.update(folder.glob("accsym*"))
+        assert time.time() < end, "no edit is made"
+
+
 def check_closing(kigou):
     """A window that is closed, or a process that is killed, in the middle of an edit."""
     for moment in (0, 0.01, 0.03, 0.06, 0.1):
@@ -266,13 +274,14 @@ def check_closing(kigou):
             assert own.read_bytes() in (before, after), "a closed window leaves half a set"
             left = [path.name for path in person.folder.iterdir()]
             assert sorted(left) == ["data", "state"] or left == ["data"], left
-    for attempt in range(40):
+    for attempt in range(20):
         with tempfile.TemporaryDirectory() as folder:
             person = Person(kigou, folder)
             own = large_set(person)
             browser = person.run("exec kigou browse 私/印")
             follow(browser, [("U+2192", F4 + "※"), ("add symbols: ※", ENTER)])
-            time.sleep(0.005 * attempt)
+            wait_for_edit(person.folder)
+            time.sleep(0.01 * attempt)
             os.kill(browser.process, signal.SIGKILL)
             os.waitpid(browser.process, 0)
             left = [path for path in person.folder.iterdir() if path.is_file()]
