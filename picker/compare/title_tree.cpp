@@ -117,10 +117,11 @@ std::vector<MovedTitle> moved_titles(const TitleNode &before, const TitleNode &a
     add_missing(before, {}, after, gone);
     add_missing(after, {}, before, come);
     std::vector<MovedTitle> moves;
-    for (const auto &[from, old] : gone) {
-        if (old->data.empty() && old->below.empty()) continue;
-        const auto same = std::ranges::find_if(come, [&](const auto &one) {
-            return one.second->data == old->data && one.second->below == old->below;
+    for (const auto &[from, title] : gone) {
+        const TitleNode &old = *title;
+        if (old.data.empty() && old.below.empty()) continue;
+        const auto same = std::ranges::find_if(come, [&old](const auto &one) {
+            return one.second->data == old.data && one.second->below == old.below;
         });
         if (same == come.end()) continue;
         moves.push_back({from, same->first});

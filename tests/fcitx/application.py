@@ -130,6 +130,7 @@ class InputMethod:
         fcitx = subprocess.Popen(["fcitx5", f"--disable={self.without}"], stdout=self.log, stderr=self.log, env=environment)
         self.processes.append(fcitx)
         self.wait("fcitx5 does not start", lambda: self.bus.name_has_owner("org.fcitx.Fcitx5"))
+        self.controller().CurrentInputMethod()  # which it answers when all add-ons are loaded
         self.threads = self.running_threads()
 
     def wait(self, otherwise, until):
