@@ -34,6 +34,7 @@ void print(const Coverage &coverage) {
 
 Status run(const Context &context, const std::vector<std::string> &words) {
     std::vector<Snapshot> sets;
+    sets.reserve(words.size());
     for (const std::string &word : words) sets.push_back(set_of_word(context, word));
     if (sets.empty()) sets.push_back(set_of_word(context, std::string(standard_title)));
     const Coverage coverage = coverage_of(sets);

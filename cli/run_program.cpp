@@ -15,6 +15,7 @@ ProgramEnd run_program(const std::vector<std::string> &words) {
     std::array<int, 2> pipe_ends{};
     if (pipe2(pipe_ends.data(), O_CLOEXEC) != 0) return {};
     std::vector<char *> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string &word : words) arguments.push_back(const_cast<char *>(word.c_str()));
     arguments.push_back(nullptr);
     posix_spawn_file_actions_t files;

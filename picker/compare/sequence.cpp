@@ -90,12 +90,10 @@ class Merge {
         const Run base = run_of(base_, chunk.base, chunk.base_end);
         const Run ours = run_of(ours_, chunk.ours, chunk.ours_end);
         const Run theirs = run_of(theirs_, chunk.theirs, chunk.theirs_end);
-        if (std::ranges::equal(theirs, base)) {
+        if (std::ranges::equal(theirs, base) || std::ranges::equal(ours, theirs)) {
             take(chunk.ours, chunk.ours_end, &MergedItem::ours, ours_);
         } else if (std::ranges::equal(ours, base)) {
             take(chunk.theirs, chunk.theirs_end, &MergedItem::theirs, theirs_);
-        } else if (std::ranges::equal(ours, theirs)) {
-            take(chunk.ours, chunk.ours_end, &MergedItem::ours, ours_);
         } else {
             add_both(chunk, base, ours, theirs);
         }

@@ -137,9 +137,10 @@ void move_title(TitleNode &tree, const MovedTitle &move) {
         return;
     title->name = last_of(move.to);
     if (from == to) return;
-    TitleNode moved = std::move(*title);
     auto &old_family = node_at(tree, from)->below;
-    old_family.erase(old_family.begin() + (title - old_family.data()));
+    const auto place = old_family.begin() + (title - old_family.data());
+    TitleNode moved = std::move(*place);
+    old_family.erase(place);
     node_at(tree, to)->below.push_back(std::move(moved));
 }
 
