@@ -39,9 +39,9 @@ std::size_t merged_count(std::size_t base, std::size_t ours, std::size_t theirs)
 
 std::size_t line_ends_before(const MergedItem &item, const Symbols &base, const Symbols &ours,
                              const Symbols &theirs) {
-    if (item.base != none && item.ours != none && item.theirs != none) {
-        return merged_count(base.line_ends[item.base], ours.line_ends[item.ours],
-                            theirs.line_ends[item.theirs]);
+    if (item.ours != none && item.theirs != none) {
+        const std::size_t before = item.base == none ? 0 : base.line_ends[item.base];
+        return merged_count(before, ours.line_ends[item.ours], theirs.line_ends[item.theirs]);
     }
     return item.ours != none ? ours.line_ends[item.ours] : theirs.line_ends[item.theirs];
 }

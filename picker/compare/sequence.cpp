@@ -90,7 +90,11 @@ class Merge {
         const Run base = run_of(base_, chunk.base, chunk.base_end);
         const Run ours = run_of(ours_, chunk.ours, chunk.ours_end);
         const Run theirs = run_of(theirs_, chunk.theirs, chunk.theirs_end);
-        if (std::ranges::equal(theirs, base) || std::ranges::equal(ours, theirs)) {
+        if (std::ranges::equal(ours, theirs)) {
+            for (std::size_t i = 0; i < ours.size(); ++i) {
+                merged_.items.push_back({ours[i], none, chunk.ours + i, chunk.theirs + i});
+            }
+        } else if (std::ranges::equal(theirs, base)) {
             take(chunk.ours, chunk.ours_end, &MergedItem::ours, ours_);
         } else if (std::ranges::equal(ours, base)) {
             take(chunk.theirs, chunk.theirs_end, &MergedItem::theirs, theirs_);

@@ -59,6 +59,7 @@ TEST(set_merge, makes_both_changes) {
         {"lines", "甲=○●|◎", "甲=○|●|◎", "甲=○●|◎☆", "甲=○|●|◎☆", ""},
         {"both moved", "甲=○●◎□", "甲=□○●◎", "甲=○□●◎", "甲=□○●◎ 別版：甲=○□●◎",
          "both changed the same symbols of 例／甲; theirs are in 例／別版：甲"},
+        {"the same symbols in other lines", "甲=○", "甲=○|☆★", "甲=○☆|★", "甲=○|☆|★", ""},
         {"lines joined", "甲=○|●", "甲=○|●☆", "甲=○●", "甲=○●☆", ""},
         {"moved past another, which moved", "甲=○●◎", "甲=◎●○", "甲=●○◎", "甲=◎●○ 別版：甲=●○◎",
          "both changed the same symbols of 例／甲; theirs are in 例／別版：甲"},
@@ -118,7 +119,10 @@ class Editor {
         while (!at->below.empty() && choice_.below(3) != 0) at = &at->below[choice_.below(at->below.size())];
         const std::size_t symbols = at->data.size() / 2;
         const auto place = at->data.begin() + static_cast<std::ptrdiff_t>(2 * choice_.below(symbols + 1));
-        switch (choice_.below(6)) {
+        switch (choice_.below(7)) {
+            case 6:
+                if (at != &tree) at->data.insert(place, {'\r', '\n'});
+                break;
             case 0:
             case 1:
                 if (at == &tree) break;
@@ -154,8 +158,8 @@ class Editor {
 };
 
 std::set<Sjis> symbols_of(const TitleNode &node) {
-    std::set<Sjis> all;
-    for (std::size_t i = 0; i < node.data.size(); i += 2) all.insert({node.data[i], node.data[i + 1]});
+    const std::vector<Sjis> own = symbols_in(node.data);
+    std::set<Sjis> all(own.begin(), own.end());
     for (const TitleNode &title : node.below) all.merge(symbols_of(title));
     return all;
 }
@@ -192,8 +196,7 @@ TEST(set_merge, loses_nothing_of_random_edits) {
             const TitleNode *const in_ours = title_at(ours, title.path), *const in_theirs = title_at(theirs, title.path);
             const TitleNode *const now = title_at(tree, title.path);
             if (!in_ours || !in_theirs || !now) continue;
-            for (std::size_t i = 0; i < title.data.size(); i += 2) {
-                const Sjis symbol{title.data[i], title.data[i + 1]};
+            for (const Sjis &symbol : symbols_in(title.data)) {
                 const auto has = [&](const TitleNode &node) { return std::ranges::count(symbols_in(node.data), symbol) != 0; };
                 EXPECT_EQ(has(*now), has(*in_ours) && has(*in_theirs)) << seed << ' ' << to_utf8(symbol);
             }
