@@ -69,7 +69,7 @@ bool takes_digit(const std::string &query) {
         return is_number(rest.substr(0, hyphen), 2, std::isdigit) &&
                is_number(rest.substr(hyphen + 1), 1, std::isdigit);
     }
-    constexpr std::string_view kinds[] = {"u+", "j:", "s:", "e:", "0x"};
+    constexpr std::string_view kinds[] = {"u+", "j:", "s:", "e:"};
     return std::ranges::any_of(kinds, [&](auto kind) { return code.starts_with(kind); }) &&
            is_number(rest, 3, std::isxdigit);
 }

@@ -37,6 +37,10 @@ bool is_symbol(const std::string &text) {
     return sjis && sjis->size() == 2;
 }
 
+/** Keys with these, but for the module's own, are of fcitx5 or the program. */
+const fcitx::KeyStates of_others{fcitx::KeyState::Ctrl, fcitx::KeyState::Alt,
+                                 fcitx::KeyState::Super, fcitx::KeyState::Hyper};
+
 const fcitx::CapabilityFlags closed_to{fcitx::CapabilityFlag::Password,
                                        fcitx::CapabilityFlag::Disable};
 
@@ -101,11 +105,11 @@ void Module::guarded(const std::function<void()> &work) noexcept {
         try {
             return work();
         } catch (const std::exception &error) {
-            FCITX_LOGC(log_category, Error) << error.what();
+            FCITX_LOGC(log_category, Error) << "kigou: " << error.what();
         }
         close();
     } catch (...) {
-        FCITX_LOGC(log_category, Error) << "the symbols could not be closed";
+        FCITX_LOGC(log_category, Error) << "kigou: the symbols could not be closed";
     }
 }
 
@@ -125,8 +129,8 @@ void Module::take_key(fcitx::KeyEvent &event) {
     if (!open_here) return;
     const bool is_press = !event.isRelease() && !key.isModifier();
     const auto command = is_press ? command_of(key, opening_.view()) : std::nullopt;
-    if (is_press && !command && key.hasModifier()) return close(); // it is of others
-    event.filter();                                                // no engine gets it
+    if (is_press && !command && key.states().testAny(of_others)) return close(); // it is of others
+    event.filter(); // no engine gets it
     if (is_press) event.accept();
     if (command) act(*command);
 }
@@ -137,11 +141,12 @@ void Module::open(fcitx::InputContext &field) {
     opening_.open();
     field_ = field.watch();
     if (const View view = opening_.view(); !view.message.empty()) {
-        FCITX_LOGC(log_category, Warn) << view.message;
+        FCITX_LOGC(log_category, Warn) << "kigou: " << view.message;
     }
     const std::string selection = selected_in(field);
     selected_ = !selection.empty();
-    if (is_symbol(selection)) opening_.act({Act::type, selection});
+    looks_for_selected_ = is_symbol(selection);
+    if (looks_for_selected_) opening_.act({Act::type, selection});
     draw();
 }
 
@@ -164,7 +169,9 @@ void Module::close() {
 }
 
 void Module::act(const Command &command) {
+    const bool anew = std::exchange(looks_for_selected_, false) && command.action.act == Act::type;
     if (command.favourite) return toggle_favourite();
+    if (anew) opening_.act({Act::back}); // what is typed takes the place of what was selected
     take(opening_.act(command.action), command.with_partner);
     if (opening_.is_over()) return close();
     draw();
@@ -174,7 +181,7 @@ void Module::toggle_favourite() {
     opening_.toggle_favourite([this](const std::string &told, bool failed) {
         dispatcher_.schedule([this, told, failed] {
             guarded([&] {
-                if (failed) FCITX_LOGC(log_category, Error) << told;
+                if (failed) FCITX_LOGC(log_category, Error) << "kigou: " << told;
                 opening_.show(told, failed);
                 if (opening_.is_open()) draw();
             });
@@ -196,12 +203,18 @@ void Module::draw() {
 void Module::take(const std::vector<Sjis> &symbols, bool with_partner) {
     fcitx::InputContext *const field = field_.get();
     if (!field || symbols.empty()) return;
+    std::vector<Sjis> taken;
     for (const Sjis &symbol : symbols) {
         const auto pair = with_partner ? bracket_pair(symbol) : std::nullopt;
-        field->commitString(pair ? to_utf8(pair->first) + to_utf8(pair->second) : to_utf8(symbol));
+        const std::string text =
+            pair ? to_utf8(pair->first) + to_utf8(pair->second) : to_utf8(symbol);
+        if (text != printable(text)) continue; // a file may hold two control characters as a symbol
+        field->commitString(text);
+        taken.push_back(symbol);
     }
-    if (!field->capabilityFlags().testAny(fcitx::CapabilityFlag::PasswordOrSensitive)) {
-        opening_.note(symbols);
+    if (!taken.empty() &&
+        !field->capabilityFlags().testAny(fcitx::CapabilityFlag::PasswordOrSensitive)) {
+        opening_.note(taken);
     }
 }
 

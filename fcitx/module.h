@@ -47,7 +47,8 @@ class Module : public fcitx::AddonInstance {
     Config config_;
     fcitx::EventDispatcher dispatcher_; /**< outlives the work beside that opening_ waits for */
     Opening opening_;
-    bool selected_ = false; /**< whether something is selected in the field */
+    bool selected_ = false;           /**< whether something is selected in the field */
+    bool looks_for_selected_ = false; /**< and nothing was done behind that */
     fcitx::TrackableObjectReference<fcitx::InputContext> field_; /**< where it is open */
     std::vector<std::unique_ptr<fcitx::HandlerTableEntry<fcitx::EventHandler>>> watched_;
 };

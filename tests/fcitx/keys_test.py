@@ -129,7 +129,7 @@ SCRIPTS = [
             ("Return", "typed"),
             (OPEN, TOP),
             ("Shift_L", "typed Symbols | *1 図  4  2 矢印  2  3 面  11 | "),
-            ("F5", TOP),
+            ("F5 Shift+Down Shift+space Shift+F5", TOP),
             ("Control+c", "typed"),
             (OPEN, TOP),
             ("Alt+Left", "typed"),
@@ -330,6 +330,7 @@ def check_selections(root):
         ("no symbol", "a−b", 0, 1, "", "Symbols | *1 線  2 | "),
         ("several", "−−", 0, 2, "", "Symbols | *1 線  2 | "),
         ("nothing", "a−b", 1, 1, "", "Symbols | *1 線  2 | "),
+        ("typed anew", "a−b", 1, 2, " −", minus),
         ("search beside it", "−−", 0, 2, " −", minus),
     ]
     for name, text, anchor, cursor, keys, expected in selections:
