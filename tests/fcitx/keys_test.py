@@ -219,6 +219,17 @@ def check(name, rows, field):
         raise AssertionError(f"{name}: {keys} behind '{before}'\n  expected {expected}\n  got      {got}")
 
 
+def check_settled(rows, fcitx, field):
+    """The same behind what is done beside the keys, without what they committed."""
+    for keys, expected in rows:
+        for key in keys.split():
+            field.press(key)
+        fcitx.wait_for_notes()
+        field.settle()
+        shown = dataclasses.replace(field.got, handled=True)
+        assert str(shown) == expected, f"{keys}:\n  expected {expected}\n  got      {shown}"
+
+
 def check_scripts(root):
     for name, rows in SCRIPTS:
         with InputMethod(root) as fcitx:
@@ -358,13 +369,7 @@ def check_favourites(root):
     with InputMethod(root) as fcitx:
         fcitx.put("program", "default.kig", "標準の記号", STANDARD)
         field = TextField(fcitx)
-        for keys, expected in rows:
-            for key in keys.split():
-                field.press(key)
-            fcitx.wait_for_notes()
-            field.settle()
-            shown = dataclasses.replace(field.got, handled=True)
-            assert str(shown) == expected, f"{keys}:\n  expected {expected}\n  got      {shown}"
+        check_settled(rows, fcitx, field)
         own = next((fcitx.folder / "common").glob("*.kig"))
         own.write_bytes("お気に入り".encode("euc_jp"))
         field.press(OPEN)

@@ -9,7 +9,7 @@ import shutil
 import sys
 
 from application import InputMethod, TextField
-from keys_test import OPEN, STANDARD, TOP
+from keys_test import OPEN, STANDARD, TOP, check_settled
 
 ARROWS = "*1 →  右矢印  2 ←  左矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"
 
@@ -87,12 +87,7 @@ def check_japanese(root):
         standard(fcitx)
         broken(fcitx, "common/b.kig")
         field = TextField(fcitx)
-        for keys, expected in rows:
-            for key in keys.split():
-                field.press(key)
-            fcitx.wait_for_notes()
-            field.settle()
-            assert str(field.got) == expected, f"{keys}:\n  expected {expected}\n  got      {field.got}"
+        check_settled(rows, fcitx, field)
 
 
 def check_traces(root):
