@@ -38,7 +38,12 @@ SymbolSet whole_set_in(const Sjis &bytes, const std::string &name) {
     return set;
 }
 
-void write(const std::string &to, const Sjis &bytes) {
+void write(const std::string &to, const Sjis &bytes, const std::string &ours,
+           const FileIdentity &was) {
+    if (identity_of(ours) != was) {
+        throw Failure(FailureKind::changed, ours + " was changed by another program meanwhile", {},
+                      {{Remedy::try_again}});
+    }
     struct stat status {};
     const bool is_there = stat(to.c_str(), &status) == 0;
     replace_file(to, bytes, is_there ? status.st_mode & 07777 : mode_of_new);
@@ -49,9 +54,10 @@ void write(const std::string &to, const Sjis &bytes) {
 std::vector<Conflict> merge_files(const std::string &base, const std::string &ours,
                                   const std::string &theirs, const std::string &to) {
     const Sjis before = read_file(base).bytes;
-    const Sjis left = read_file(ours).bytes, right = read_file(theirs).bytes;
+    const auto [left, identity] = read_file(ours);
+    const Sjis right = read_file(theirs).bytes;
     if (left == right || right == before || left == before) {
-        write(to, left == before ? right : left);
+        write(to, left == before ? right : left, ours, identity);
         return {};
     }
     const SymbolSet in_ours = whole_set_in(left, ours);
@@ -59,12 +65,11 @@ std::vector<Conflict> merge_files(const std::string &base, const std::string &ou
     nothing.file = in_ours.file;
     MergedSet merged = merged_sets(before.empty() ? nothing : set_in(before, base), in_ours,
                                    whole_set_in(right, theirs));
-    const Sjis bytes = disk_form(text_of(merged.set));
-    if (disk_form(text_of(whole_set_in(bytes, to))) != bytes ||
-        set_in(bytes, to).blocks.size() != merged.set.blocks.size()) {
+    const Sjis text = text_of(merged.set), bytes = disk_form(text);
+    if (text_of(set_in(bytes, to)) != text) {
         throw Failure(FailureKind::failed, "the merged set would not be read back as it is");
     }
-    write(to, bytes);
+    write(to, bytes, ours, identity);
     return std::move(merged.conflicts);
 }
 

@@ -18,8 +18,9 @@ namespace kigou {
  * @param theirs  that of the other one
  * @param to      file to be written
  * @return        what could not be both made
- * @throws Failure: failed, also when a version has lines that are in no title, which would be
- *         lost; refused as merged_sets. Nothing is written then
+ * @throws Failure: changed when ours was written to meanwhile; failed, also when a version has
+ *         lines that are in no title, which would be lost; refused as merged_sets. Nothing is
+ *         written then
  */
 std::vector<Conflict> merge_files(const std::string &base, const std::string &ours,
                                   const std::string &theirs, const std::string &to);
