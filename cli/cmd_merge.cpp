@@ -13,11 +13,11 @@ namespace {
 
 struct Options {
     std::string base, ours, theirs;
-    std::optional<std::string> to, name;
+    std::optional<std::string> output, name;
 };
 
 Status run(const Context &context, const Options &options) {
-    const std::string &to = options.to ? *options.to : options.ours;
+    const std::string to = options.output.value_or(options.ours);
     const std::vector<Conflict> conflicts =
         merge_files(options.base, options.ours, options.theirs, to);
     nlohmann::ordered_json json = {{"path", to}, {"conflicts", nlohmann::json::array()}};
@@ -37,7 +37,8 @@ Body declare(Arguments &arguments) {
                    "The symbol file that both began with; an empty file when there was none");
     arguments.word("OURS", Value::file, options->ours, "One change of it; gets the result");
     arguments.word("THEIRS", Value::file, options->theirs, "The other change");
-    arguments.option("--to", Value::file, options->to, "File that gets the result instead");
+    arguments.option("-o,--output", Value::file, options->output,
+                     "File that gets the result instead");
     arguments.option("--name", Value::text, options->name, "What to call the file in messages");
     return [options](const Context &context) { return run(context, *options); };
 }
@@ -49,7 +50,7 @@ const Command merge_command{
     .summary = "Make both changes of a symbol file, by titles and symbols",
     .examples =
         "  kigou merge old.kig mine.kig theirs.kig\n"
-        "  kigou merge old.kig mine.kig theirs.kig --to new.kig",
+        "  kigou merge old.kig mine.kig theirs.kig -o new.kig",
     .declare = declare,
     .notes =
         "Nothing of either is lost. What cannot be both is told, and stands there twice: of "

@@ -19,33 +19,33 @@ namespace {
 
 struct Options {
     std::string source;
-    std::optional<std::string> to, as;
+    std::optional<std::string> output, as;
     bool dry_run = false;
 };
 
 /** Writes what was recovered. @return path of the new file */
 std::string keep(const Context &context, const Options &options, const Recovered &recovered) {
-    if (!options.to) {
+    if (!options.output) {
         const StopSignals signals;
         return keep_recovered(context.directories, recovered, edit_hooks());
     }
-    if (write_new(*options.to, disk_form(recovered.text))) return *options.to;
-    throw Failure(FailureKind::refused, *options.to + " exists and is not overwritten",
-                  {"name a file that does not exist with --to"});
+    if (write_new(*options.output, disk_form(recovered.text))) return *options.output;
+    throw Failure(FailureKind::refused, *options.output + " exists and is not overwritten",
+                  {"name a file that does not exist with -o"});
 }
 
 Status run(const Context &context, const Options &options) {
     Recovered recovered = recover(options.source);
     if (options.as) recovered.rename(new_file_title(*options.as));
     const SetFiles sets = find_sets(context.directories);
-    if (!options.to && sets.find(recovered.title.sjis)) {
+    if (!options.output && sets.find(recovered.title.sjis)) {
         throw Failure(FailureKind::refused,
                       "there is a symbol file " + recovered.title.text + " already",
                       {"--as NEW-TITLE recovers under another title",
-                       "--to FILE writes to a file of your choice"});
+                       "-o FILE writes to a file of your choice"});
     }
     const CheckedFile checked = check_symbol_file(disk_form(recovered.text));
-    std::string path = options.to.value_or(context.directories.common);
+    std::string path = options.output.value_or(context.directories.common);
     if (!options.dry_run) {
         path = keep(context, options, recovered);
         remove_leftover(options.source);
@@ -76,7 +76,7 @@ Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
     arguments.word("TEMPFILE", Value::file, options->source,
                    "Working file that a killed process left");
-    arguments.option("--to", Value::file, options->to,
+    arguments.option("-o,--output", Value::file, options->output,
                      "File to write (default: a new one among your own sets)");
     arguments.option("--as", Value::new_title, options->as, "File title to give it");
     arguments.flag("--dry-run", options->dry_run, "Show what would be recovered and write nothing");
@@ -90,7 +90,7 @@ const Command recover_command{
     .summary = "Make a symbol file of the working file of a killed process",
     .examples =
         "  kigou recover /tmp/file-of-the-killed-process --as 救出\n"
-        "  kigou recover /tmp/file-of-the-killed-process --to saved.kig",
+        "  kigou recover /tmp/file-of-the-killed-process -o saved.kig",
     .declare = declare,
     .notes = "Nothing is overwritten. What was recovered is removed from the temporary directory."};
 

@@ -75,7 +75,7 @@ CASES = [
     ("brackets", "list 奇\\$/\\[" + TAB, ["list", "奇$/[角]"]),
     ("ampersand", "list 奇\\$/\\&" + TAB, ["list", "奇$/& 和"]),
     ("file on disk", "check on" + TAB, ["check", "on disk.kig"]),
-    ("file on disk behind =", "recover x --to=on" + TAB, ["recover", "x", "--to=on disk.kig"]),
+    ("file on disk behind =", "recover x --output=on" + TAB, ["recover", "x", "--output=on disk.kig"]),
     ("folder on disk", "--program-dir pr" + TAB + "files",
      ["--program-dir", "prog/files"]),
     ("nothing of a damaged set", "list 壊/x" + TAB, ["list", "壊/x"]),
