@@ -63,10 +63,14 @@ void Arguments::option(const char *names, Value kind, std::optional<std::string>
          {.names = CLI::detail::split(names, ','), .value = kind, .help = help});
 }
 
-void Arguments::choice(const char *name, std::string &value,
+void Arguments::choice(const char *names, std::string &value,
                        const std::vector<std::string> &choices, const std::string &help) {
-    keep(*app_.add_option(name, value, help)->check(CLI::IsMember(choices).description("")),
-         {.names = {name}, .value = Value::choice, .help = help, .choices = choices});
+    keep(*app_.add_option(names, value, help)
+              ->transform(CLI::IsMember(choices, CLI::ignore_case).description("")),
+         {.names = CLI::detail::split(names, ','),
+          .value = Value::choice,
+          .help = help,
+          .choices = choices});
 }
 
 void Arguments::flag(const char *name, bool &value, const std::string &help) {

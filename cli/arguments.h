@@ -61,7 +61,9 @@ class Arguments {
     /** @param names  "--file", or "-f,--format" */
     void option(const char *names, Value kind, std::optional<std::string> &value,
                 const std::string &help);
-    void choice(const char *name, std::string &value, const std::vector<std::string> &choices,
+
+    /** One of the choices, in either case; the value is as it is among them. */
+    void choice(const char *names, std::string &value, const std::vector<std::string> &choices,
                 const std::string &help);
     void flag(const char *name, bool &value, const std::string &help);
 

@@ -14,6 +14,7 @@ struct Options {
     std::string path;
     std::vector<std::string> words; /**< symbols; for copy the path stands last */
     EditOptions edit;
+    std::string from = encoding_names().front();
     bool append = false, fold = false, empty = false;
 };
 
@@ -22,7 +23,10 @@ Sjis symbols_of(const Options &options, std::size_t words) {
     for (std::size_t i = 0; i < words; ++i) {
         typed.add_word(options.words[i], "argument " + std::to_string(i + 1));
     }
-    if (options.words.empty() && !options.empty) {
+    const Encoding from = encoding_named(options.from);
+    if (options.words.empty() && !options.empty && from != Encoding::utf_8) {
+        typed.add_text(decoded(whole_standard_input("type the symbols"), from));
+    } else if (options.words.empty() && !options.empty) {
         read_standard_input("type the symbols",
                             [&](std::string_view piece) { typed.add_text(piece); });
     }
@@ -61,6 +65,7 @@ Body declare_put(Arguments &arguments) {
     arguments.flag("--fold", options->fold,
                    "Take single-byte letters, digits, signs and half-width katakana for their "
                    "double-byte forms");
+    declare_from(arguments, options->from);
     arguments.flag("--empty", options->empty, "Take all symbols out when none are given");
     declare_edit_options(arguments, options->edit);
     return [options](const Context &context) { return run_put(context, *options); };

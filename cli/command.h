@@ -7,6 +7,7 @@
 #include "cli/arguments.h"
 #include "cli/status.h"
 #include "picker/directories.h"
+#include "picker/encoding.h"
 
 namespace kigou {
 
@@ -14,6 +15,9 @@ namespace kigou {
 struct Context {
     Directories directories;
     bool json = false;
+    std::string encoding = name_of(Encoding::utf_8); /**< of the standard output */
+
+    Encoding output() const { return encoding_named(encoding); }
 };
 
 using Body = std::function<Status(const Context &)>;

@@ -120,6 +120,8 @@ void CommandLine::declare_general() {
     arguments.folder("--user-dir", "KIGOU_USER_DIR", directories.user,
                      "User directory; nothing is read there");
     arguments.flag("--json", invocation_.context.json, write_json);
+    arguments.choice("--to", invocation_.context.encoding, encoding_names(),
+                     "Encoding of what is written: UTF-8 (default), EUC-JP or Shift_JIS");
     declared_.push_back({nullptr, arguments.all()});
     std::vector<Argument> &all = declared_.back().arguments;
     all.push_back({.names = {"-h", "--help"}, .help = app.get_help_ptr()->get_description()});

@@ -107,6 +107,11 @@ void declare_edit_options(Arguments &arguments, EditOptions &options) {
     declare_dry_run(arguments, options);
 }
 
+void declare_from(Arguments &arguments, std::string &encoding) {
+    arguments.choice("--from", encoding, encoding_names(),
+                     "Encoding of the text that is read: UTF-8 (default), EUC-JP or Shift_JIS");
+}
+
 EditHooks edit_hooks() {
     return {.waits =
                 [](const std::string &folder) {

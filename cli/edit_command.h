@@ -19,6 +19,9 @@ void declare_dry_run(Arguments &arguments, EditOptions &options);
 /** Waits with a message, and ends when a signal comes. */
 EditHooks edit_hooks();
 
+/** --from, for a command that reads text. @param encoding  UTF-8 is the default */
+void declare_from(Arguments &arguments, std::string &encoding);
+
 /** Runs an edit and saves it. @param may_make_file  as for Edit */
 EditReport run_edit(const Context &context, const EditOptions &options,
                     const std::function<void(Edit &)> &body, bool may_make_file = false);

@@ -13,6 +13,7 @@
 #include "cli/command_line.h"
 #include "cli/completion.h"
 #include "cli/edit_command.h"
+#include "cli/encoded_output.h"
 #include "cli/failure_words.h"
 #include "cli/output.h"
 #include "cli/shell_word.h"
@@ -55,7 +56,10 @@ Status run(const std::vector<std::string> &words) {
     const std::optional<Invocation> invocation = line.parse(words);
     if (!invocation) return Status::found;
     look_around(*invocation);
-    return invocation->body(invocation->context);
+    const Context &context = invocation->context;
+    std::optional<EncodedOutput> encoded;
+    if (context.output() != Encoding::utf_8) encoded.emplace(std::cout, context.output());
+    return invocation->body(context);
 }
 
 Status report(const Failure &failure, bool json) {

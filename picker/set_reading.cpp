@@ -31,12 +31,14 @@ Sjis read_title(const std::string &text) {
         plain.clear();
     };
     for (std::size_t i = 0; i < text.size(); ++i) {
-        unsigned byte = 0;
+        unsigned code = 0;
         int used = 0;
-        if (std::sscanf(text.c_str() + i, "{%2X}%n", &byte, &used) == 1 && used == 4) {
+        const bool escaped = std::sscanf(text.c_str() + i, "{%4X}%n", &code, &used) == 1;
+        if (escaped && (used == 4 || used == 6)) { // {7B}, or {8740}
             end_plain();
-            title.push_back(static_cast<unsigned char>(byte));
-            i += 3;
+            if (used == 6) title.push_back(static_cast<unsigned char>(code >> 8));
+            title.push_back(static_cast<unsigned char>(code & 0xFF));
+            i += static_cast<std::size_t>(used) - 1;
         } else {
             plain += text[i];
         }

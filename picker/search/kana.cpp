@@ -55,7 +55,7 @@ struct Syllables {
     std::array<std::u32string_view, 5> kana; /**< empty where there is none */
 };
 
-// The first of a kana is the spelling of in_letters.
+// Of several spellings of a kana the first is taken to write it.
 constexpr Syllables syllables[] = {
     {"", {U"あ", U"い", U"う", U"え", U"お"}},
     {"k", {U"か", U"き", U"く", U"け", U"こ"}},
@@ -252,28 +252,64 @@ class RomajiReader {
 };
 
 /** The letters of each kana, and of two that make one syllable. */
-const std::map<std::u32string_view, std::string> &letters_of_kana() {
-    static const std::map<std::u32string_view, std::string> letters = [] {
-        std::map<std::u32string_view, std::string> all{{U"ん", "n"}};
+using Spelling = std::map<std::u32string_view, std::string>;
+
+/** Of the spellings of a kana those of Hepburn, or those of Kunrei. */
+Spelling spelling(bool in_hepburn) {
+    static constexpr std::string_view of_hepburn[] = {"sh", "ch", "ts", "f", "j"};
+    Spelling letters{{U"ん", "n"}};
+    for (const bool wanted : {in_hepburn, !in_hepburn}) { // the rest has the kana of one alone
         for (const Syllables &row : syllables) {
+            if ((std::ranges::find(of_hepburn, row.letters) != std::end(of_hepburn)) != wanted)
+                continue;
             for (std::size_t i = 0; i < row.kana.size(); ++i) {
-                all.emplace(row.kana[i], std::string(row.letters) + vowel_letters[i]);
+                letters.emplace(row.kana[i], std::string(row.letters) + vowel_letters[i]);
             }
         }
-        return all;
-    }();
+    }
+    return letters;
+}
+
+const Spelling &hepburn() {
+    static const Spelling letters = spelling(true);
+    return letters;
+}
+
+const Spelling &kunrei() {
+    static const Spelling letters = spelling(false);
     return letters;
 }
 
 /** Letters of the syllable at the start of a text, and how many of its characters they are. */
-std::pair<std::string, std::size_t> first_letters(std::u32string_view text) {
+std::pair<std::string, std::size_t> first_letters(std::u32string_view text,
+                                                  const Spelling &spelling) {
     for (const std::size_t length : {2U, 1U}) {
-        const auto found = letters_of_kana().find(text.substr(0, length));
-        if (found != letters_of_kana().end() && !found->first.empty()) {
+        const auto found = spelling.find(text.substr(0, length));
+        if (found != spelling.end() && !found->first.empty()) {
             return {found->second, found->first.size()};
         }
     }
     return {to_utf8(text.front()), 1};
+}
+
+/** Kana in letters. @param long_vowel  what a long mark becomes; empty: the vowel before it */
+std::string spelled(std::u32string_view rest, const Spelling &spelling,
+                    std::string_view long_vowel) {
+    std::string letters;
+    bool doubled = false;
+    while (!rest.empty()) {
+        auto [syllable, length] = first_letters(rest, spelling);
+        if (rest.front() == long_mark && !long_vowel.empty()) {
+            syllable = long_vowel;
+        } else if (rest.front() == long_mark && !letters.empty()) {
+            syllable = letters.back();
+        }
+        const bool double_next = rest.front() == U'っ' && rest.size() > 1;
+        if (std::exchange(doubled, double_next)) letters += syllable.front();
+        if (!double_next) letters += syllable;
+        rest.remove_prefix(length);
+    }
+    return letters;
 }
 
 /** Hepburn letters as Kunrei has them, long vowels doubled. */
@@ -338,18 +374,15 @@ std::vector<TypedReading> typed_readings(std::string_view folded_text) {
 }
 
 std::string in_letters(std::string_view folded_text) {
-    const std::u32string text = with_long_marks(to_characters(folded_text));
-    std::string letters;
-    bool doubled = false;
-    for (std::u32string_view rest = text; !rest.empty();) {
-        auto [syllable, length] = first_letters(rest);
-        if (rest.front() == long_mark && !letters.empty()) syllable = letters.back();
-        const bool double_next = rest.front() == U'っ' && rest.size() > 1;
-        if (std::exchange(doubled, double_next)) letters += syllable.front();
-        if (!double_next) letters += syllable;
-        rest.remove_prefix(length);
-    }
-    return in_kunrei(letters);
+    return in_kunrei(spelled(with_long_marks(to_characters(folded_text)), kunrei(), {}));
+}
+
+std::vector<std::string> letters_to_type(std::string_view reading) {
+    const std::u32string kana = to_characters(reading);
+    std::vector<std::string> letters{spelled(kana, hepburn(), "-")};
+    std::string other = spelled(kana, kunrei(), "-");
+    if (other != letters.front()) letters.push_back(std::move(other));
+    return letters;
 }
 
 bool differ_by_one(std::string_view a, std::string_view b) {

@@ -39,6 +39,13 @@ std::vector<TypedReading> typed_readings(std::string_view folded_text);
 /** Folded kana or romaji in romaji of one spelling, for comparing letter by letter. */
 std::string in_letters(std::string_view folded_text);
 
+/**
+ * The letters that type a reading in an input method: in Hepburn, and where it differs in Kunrei
+ * behind it. ん is n, ー a hyphen.
+ * @param reading  hiragana and ー
+ */
+std::vector<std::string> letters_to_type(std::string_view reading);
+
 /** Whether two texts differ by one character: another one, one too many, or two exchanged. */
 bool differ_by_one(std::string_view a, std::string_view b);
 

@@ -25,9 +25,9 @@ if not (shutil.which("fcitx5") and shutil.which("dbus-daemon")):
     sys.exit(77)
 
 PATIENCE = 30  # seconds
-STATES = {"Shift": 1, "Control": 1 << 2, "Alt": 1 << 3}
+STATES = {"Shift": 1, "Control": 1 << 2, "Alt": 1 << 3, "Super": 1 << 6}
 KEYS = {
-    "space": 0x20, "comma": 0x2C, "period": 0x2E, "plus": 0x2B, "BackSpace": 0xFF08, "Tab": 0xFF09, "Return": 0xFF0D,
+    "space": 0x20, "grave": 0x60, "comma": 0x2C, "period": 0x2E, "plus": 0x2B, "BackSpace": 0xFF08, "Tab": 0xFF09, "Return": 0xFF0D,
     "Escape": 0xFF1B, "Home": 0xFF50, "Left": 0xFF51, "Up": 0xFF52, "Right": 0xFF53,
     "Down": 0xFF54, "PageUp": 0xFF55, "PageDown": 0xFF56, "End": 0xFF57, "F5": 0xFFC2,
     "Shift_L": 0xFFE1, "ISO_Left_Tab": 0xFE20,
