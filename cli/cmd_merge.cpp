@@ -3,9 +3,9 @@
 #include <memory>
 #include <optional>
 
-#include "cli/command.h"
+#include "cli/conflict_words.h"
+#include "cli/edit_command.h"
 #include "cli/json.h"
-#include "cli/output.h"
 #include "picker/compare/file_merge.h"
 
 namespace kigou {
@@ -19,15 +19,9 @@ struct Options {
 Status run(const Context &context, const Options &options) {
     const std::string to = options.output.value_or(options.ours);
     const std::vector<Conflict> conflicts =
-        merge_files(options.base, options.ours, options.theirs, to);
-    nlohmann::ordered_json json = {{"path", to}, {"conflicts", nlohmann::json::array()}};
-    for (const Conflict &conflict : conflicts) {
-        const std::string sentence = sentence_of(conflict);
-        json["conflicts"].push_back(
-            {{"path", conflict.path}, {"other", conflict.other}, {"text", sentence}});
-        if (!context.json) complain(printable(options.name.value_or(to) + ": " + sentence));
-    }
-    if (context.json) write(json);
+        merge_files(options.base, options.ours, options.theirs, to, edit_hooks());
+    if (!context.json) complain_of(conflicts, options.name.value_or(to));
+    if (context.json) write({{"path", to}, {"conflicts", json_of(conflicts)}});
     return conflicts.empty() ? Status::found : Status::findings;
 }
 

@@ -56,6 +56,7 @@ extern const Command check_command;
 extern const Command recover_command;
 extern const Command diff_command;
 extern const Command merge_command;
+extern const Command update_command;
 extern const Command coverage_command;
 extern const Command git_setup_command;
 

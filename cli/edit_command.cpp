@@ -5,11 +5,14 @@
 #include <filesystem>
 #include <iostream>
 
+#include "cli/conflict_words.h"
 #include "cli/json.h"
 #include "cli/output.h"
 #include "cli/shell_word.h"
 #include "cli/stop_signals.h"
 #include "picker/change_words.h"
+#include "picker/compare/shipped_versions.h"
+#include "picker/shipped_sets.h"
 
 namespace kigou {
 namespace {
@@ -46,19 +49,20 @@ nlohmann::ordered_json json_of(const Change &change) {
     return json;
 }
 
-void write_json(const EditReport &report, const LeftOutList *left_out) {
+nlohmann::ordered_json json_of(const EditReport &report) {
     nlohmann::ordered_json json = {
         {"file", report.file}, {"saved", report.saved}, {"changes", nlohmann::json::array()}};
     for (const Change &change : report.changes) json["changes"].push_back(json_of(change));
     if (!report.backup.empty()) json["backup"] = report.backup;
-    if (left_out) {
-        json["left_out"] = nlohmann::json::array();
-        for (const LeftOut &one : left_out->first()) {
-            json["left_out"].push_back({{"place", one.place}, {"reason", one.reason}});
-        }
-        json["left_out_count"] = left_out->count();
+    return json;
+}
+
+void add_left_out(nlohmann::ordered_json &json, const LeftOutList &left_out) {
+    json["left_out"] = nlohmann::json::array();
+    for (const LeftOut &one : left_out.first()) {
+        json["left_out"].push_back({{"place", one.place}, {"reason", one.reason}});
     }
-    write(json);
+    json["left_out_count"] = left_out.count();
 }
 
 void write_sentences(const EditReport &report) {
@@ -84,6 +88,17 @@ void write_sentences(const EditReport &report) {
     const std::string target = deleted ? place.parent_path() / backup.filename() : place;
     std::cout << "to take it back: cp " << (deleted ? "-n " : "")
               << printable(path_word(report.backup)) << ' ' << printable(path_word(target)) << '\n';
+}
+
+/** So that a later version of a set that came with kigou finds its way into this copy. */
+void note_origin(const Context &context, const Edit &edit, const EditReport &report) {
+    const std::string &from = edit.located()->snapshot.path();
+    const std::vector<std::string> shipped = shipped_files(context.directories);
+    if (std::ranges::find(shipped, from) == shipped.end()) return;
+    const SetFiles sets = find_sets(context.directories);
+    if (const SetFile *copy = sets.find(typed_title(report.file).sjis)) {
+        note_copy(copy->path, from, state_directory());
+    }
 }
 
 } // namespace
@@ -125,12 +140,16 @@ EditReport run_edit(const Context &context, const EditOptions &options,
     const StopSignals signals;
     Edit edit(context.directories, options, edit_hooks(), may_make_file);
     body(edit);
-    return edit.finish();
+    EditReport report = edit.finish();
+    if (report.saved && report.as_new_set && edit.located()) note_origin(context, edit, report);
+    return report;
 }
 
 Status tell(const Context &context, const EditReport &report, const LeftOutList *left_out) {
     if (context.json) {
-        write_json(report, left_out);
+        nlohmann::ordered_json json = json_of(report);
+        if (left_out) add_left_out(json, *left_out);
+        write(json);
     } else {
         write_sentences(report);
     }
@@ -150,6 +169,19 @@ Status tell(const Context &context, const EditReport &report, const LeftOutList 
         }
     }
     return Status::incomplete;
+}
+
+Status tell(const Context &context, const EditReport &report,
+            const std::vector<Conflict> &conflicts) {
+    if (context.json) {
+        nlohmann::ordered_json json = json_of(report);
+        json["conflicts"] = json_of(conflicts);
+        write(json);
+    } else {
+        write_sentences(report);
+        complain_of(conflicts, report.file);
+    }
+    return conflicts.empty() ? Status::found : Status::findings;
 }
 
 } // namespace kigou

@@ -6,6 +6,7 @@
 #include <functional>
 
 #include "cli/command.h"
+#include "picker/compare/set_merge.h"
 #include "picker/editing.h"
 #include "picker/symbol_reading.h"
 
@@ -29,6 +30,10 @@ EditReport run_edit(const Context &context, const EditOptions &options,
 /** Writes what was done. @param left_out  of an import; null for other edits */
 Status tell(const Context &context, const EditReport &report,
             const LeftOutList *left_out = nullptr);
+
+/** The same of a merge, with what it could not make both. */
+Status tell(const Context &context, const EditReport &report,
+            const std::vector<Conflict> &conflicts);
 
 } // namespace kigou
 

@@ -18,6 +18,7 @@
 #include "cli/output.h"
 #include "cli/shell_word.h"
 #include "cli/stop_signals.h"
+#include "picker/compare/shipped_versions.h"
 #include "picker/recovery.h"
 #include "picker/shipped_sets.h"
 
@@ -32,6 +33,11 @@ void look_around(const Invocation &invocation) {
     for (const std::string &title :
          provide_shipped_sets(directories, state_directory(), edit_hooks())) {
         complain("put " + title + " among your own sets, in " + directories.common);
+    }
+    for (const std::string &title : keep_shipped_versions(directories, state_directory())) {
+        complain("a new version of " + title +
+                 " came with kigou; to bring it into a copy of yours:");
+        complain("  kigou update TITLE-OF-YOUR-COPY --of " + shell_word(title));
     }
     // One who recovers knows of them, and the browser asks.
     if (invocation.command == &recover_command || invocation.command == &browse_command) return;

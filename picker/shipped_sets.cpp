@@ -97,6 +97,24 @@ std::vector<std::string> provide_shipped_sets(const Directories &directories,
     return titles;
 }
 
+std::vector<std::string> shipped_files(const Directories &directories) {
+    std::vector<std::string> files{(fs::path(directories.program) / "default.kig").string()};
+    for (const fs::path &set : shipped_sets(directories)) files.push_back(set.string());
+    return files;
+}
+
+std::optional<SetFile> shipped_set_titled(const Directories &directories, const Title &title) {
+    for (const std::string &path : shipped_files(directories)) {
+        try {
+            const Snapshot snapshot(path);
+            if (snapshot.file().sjis == title.sjis) return SetFile{title, path};
+        } catch (const Failure &) {
+            // Another one may have it.
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<SetFile> shipped_set_with(const Directories &directories, const Sjis &symbol) {
     for (const fs::path &path : shipped_sets(directories)) {
         try {

@@ -24,6 +24,12 @@ namespace kigou {
 std::vector<std::string> provide_shipped_sets(const Directories &directories,
                                               const std::string &state, const EditHooks &hooks);
 
+/** Names of the files that come with the program: of the standard set and of those in "sets". */
+std::vector<std::string> shipped_files(const Directories &directories);
+
+/** That of them with a title; nothing when none has it. */
+std::optional<SetFile> shipped_set_titled(const Directories &directories, const Title &title);
+
 /** The first of those sets in the program directory that holds a symbol; nothing for no such. */
 std::optional<SetFile> shipped_set_with(const Directories &directories, const Sjis &symbol);
 

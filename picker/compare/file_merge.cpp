@@ -3,39 +3,27 @@
 
 #include <sys/stat.h>
 
+#include <filesystem>
+#include <optional>
+
+#include "picker/compare/whole_set.h"
 #include "picker/disk_form.h"
 #include "picker/failure.h"
 #include "picker/file_bytes.h"
-#include "picker/set_text.h"
 
 namespace kigou {
 namespace {
 
 constexpr mode_t mode_of_new = 0644;
 
-Sjis text_of(const SymbolSet &set) {
-    const Title file = title_of(set.file);
-    SetText text(file);
-    for (const SetBlock &block : set.blocks) {
-        const Title path = joined(file, block.path);
-        text.add(title_of(above(path.sjis, file.sjis.size())), path.sjis, block.data);
-    }
-    return text.text();
+Snapshot snapshot_of(const Sjis &bytes, const std::string &name) {
+    return Snapshot::of_text(text_form(bytes), name);
 }
 
-SymbolSet set_in(const Sjis &bytes, const std::string &name) {
-    return set_of(Snapshot::of_text(text_form(bytes), name));
-}
-
-/** @throws Failure for a file that has more than titles and symbols */
 SymbolSet whole_set_in(const Sjis &bytes, const std::string &name) {
-    SymbolSet set = set_in(bytes, name);
-    if (disk_form(text_of(set)) != bytes) {
-        throw Failure(FailureKind::failed,
-                      name + " has lines that are in no title; a merge would lose them", {},
-                      {{Remedy::mend_file, name}});
-    }
-    return set;
+    const Snapshot snapshot = snapshot_of(bytes, name);
+    if (disk_form(snapshot.text()) != bytes) refuse_loose_lines(name);
+    return whole_set_of(snapshot);
 }
 
 void write(const std::string &to, const Sjis &bytes, const std::string &ours,
@@ -49,10 +37,20 @@ void write(const std::string &to, const Sjis &bytes, const std::string &ours,
     replace_file(to, bytes, is_there ? status.st_mode & 07777 : mode_of_new);
 }
 
+/** Only where sets are edited under a lock: a folder of other files gets none. */
+std::optional<FolderLock> lock_of_sets(const std::string &file, const EditHooks &hooks) {
+    const std::filesystem::path folder = std::filesystem::absolute(file).parent_path();
+    std::error_code error;
+    if (!std::filesystem::exists(folder / lock_name, error)) return std::nullopt;
+    return std::optional<FolderLock>(std::in_place, folder.string(), hooks);
+}
+
 } // namespace
 
 std::vector<Conflict> merge_files(const std::string &base, const std::string &ours,
-                                  const std::string &theirs, const std::string &to) {
+                                  const std::string &theirs, const std::string &to,
+                                  const EditHooks &hooks) {
+    const std::optional<FolderLock> lock = lock_of_sets(to, hooks);
     const Sjis before = read_file(base).bytes;
     const auto [left, identity] = read_file(ours);
     const Sjis right = read_file(theirs).bytes;
@@ -63,10 +61,10 @@ std::vector<Conflict> merge_files(const std::string &base, const std::string &ou
     const SymbolSet in_ours = whole_set_in(left, ours);
     SymbolSet nothing;
     nothing.file = in_ours.file;
-    MergedSet merged = merged_sets(before.empty() ? nothing : set_in(before, base), in_ours,
-                                   whole_set_in(right, theirs));
+    MergedSet merged = merged_sets(before.empty() ? nothing : set_of(snapshot_of(before, base)),
+                                   in_ours, whole_set_in(right, theirs));
     const Sjis text = text_of(merged.set), bytes = disk_form(text);
-    if (text_of(set_in(bytes, to)) != text) {
+    if (text_of(set_of(snapshot_of(bytes, to))) != text) {
         throw Failure(FailureKind::failed, "the merged set would not be read back as it is");
     }
     write(to, bytes, ours, identity);

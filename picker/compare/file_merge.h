@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "picker/compare/set_merge.h"
+#include "picker/folder_lock.h"
 
 namespace kigou {
 
@@ -17,13 +18,15 @@ namespace kigou {
  * @param ours    that of one change
  * @param theirs  that of the other one
  * @param to      file to be written
+ * @param hooks   for the lock, where there is one for edits of the sets in that folder
  * @return        what could not be both made
- * @throws Failure: changed when ours was written to meanwhile; failed, also when a version has
- *         lines that are in no title, which would be lost; refused as merged_sets. Nothing is
+ * @throws Failure: as FolderLock; changed when ours was written to meanwhile; failed, also when a
+ * version has lines that are in no title, which would be lost; refused as merged_sets. Nothing is
  *         written then
  */
 std::vector<Conflict> merge_files(const std::string &base, const std::string &ours,
-                                  const std::string &theirs, const std::string &to);
+                                  const std::string &theirs, const std::string &to,
+                                  const EditHooks &hooks);
 
 } // namespace kigou
 

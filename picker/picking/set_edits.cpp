@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "picker/change_words.h"
-#include "picker/data_merge.h"
+#include "picker/compare/merged_symbols.h"
 #include "picker/failure.h"
 #include "picker/favourites.h"
 #include "picker/locate.h"
@@ -162,10 +162,17 @@ bool SetEdits::put_merged(Edit &edit, const ShownTitle &shown, const Sjis &data,
     const Located &located = edit.locate(shown.title().text);
     const auto base = shown.set->data(shown.number);
     const auto now = located.snapshot.data(located.number);
-    const auto merged = merged_data(base, data, now);
+    if (std::ranges::equal(base, now)) {
+        edit.change(data, std::move(change));
+        return false;
+    }
+    const bool whole = base.size() % 2 == 0 && data.size() % 2 == 0 && now.size() % 2 == 0;
+    const auto merged =
+        whole ? merged_symbols({base.begin(), base.end()}, data, {now.begin(), now.end()})
+              : std::nullopt;
     if (!merged) refuse_changed(shown.title());
     edit.change(*merged, std::move(change));
-    return !std::ranges::equal(base, now);
+    return true;
 }
 
 std::string SetEdits::move_title(const ShownTitle &shown, const std::string &path,

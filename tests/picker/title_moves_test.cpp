@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "picker/data_merge.h"
 #include "picker/disk_form.h"
 #include "tests/picker/edits.h"
 #include "tests/support/workspace.h"
@@ -89,21 +88,6 @@ TEST(title_moves, are_refused_where_a_path_or_a_level_does_not_fit) {
     const Snapshot moved = Snapshot::of_text(text.text(), "");
     EXPECT_EQ(moved.title(4).text, "別／乙／甲／子");
     EXPECT_EQ(to_utf8(moved.data(4)), "☆\r\n");
-}
-
-TEST(data_merge, makes_both_changes_unless_they_are_of_the_same_symbols) {
-    const struct {
-        const char *base, *mine, *theirs, *merged;
-    } rows[] = {
-        {"○●◎", "○◎", "○●◎◇", "○◎◇"}, {"○●◎", "○●◎◇", "□○●◎", "□○●◎◇"}, {"○●◎", "○●◎◇", "○●◎□", "○●◎□◇"},
-        {"○●◎", "◎●○", "○●◎", "◎●○"}, {"○●◎", "○●◎", "□", "□"},         {"○●◎", "●◎", "○●", "●"},
-        {"○●◎", "○◎", "○", nullptr},  {"○●◎", "○□◎", "○■◎", nullptr},   {"○●", "●○", "○□●", nullptr},
-        {"", "○", "●", "●○"},         {"○○○", "○○", "○○○○", "○○○"},
-    };
-    for (const auto &row : rows) {
-        const auto merged = merged_data(to_sjis(row.base), to_sjis(row.mine), to_sjis(row.theirs));
-        EXPECT_EQ(merged ? to_utf8(*merged) : "none", row.merged ? row.merged : "none") << row.base << ' ' << row.mine << ' ' << row.theirs;
-    }
 }
 
 } // namespace
