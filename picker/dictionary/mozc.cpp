@@ -3,6 +3,12 @@
 #include "picker/dictionary/dictionary.h"
 
 namespace kigou {
+namespace {
+
+constexpr std::size_t most_bytes = 300; // of a reading, and of a comment; a longer one is refused
+constexpr std::size_t most_characters = most_bytes / 3;
+
+} // namespace
 
 std::string mozc_dictionary(const std::vector<DictionaryEntry> &entries, Encoding encoding,
                             LeftOutSymbols &left_out) {
@@ -10,9 +16,11 @@ std::string mozc_dictionary(const std::vector<DictionaryEntry> &entries, Encodin
     for (const DictionaryEntry &entry : entries) {
         bool held = false;
         for (const std::string &reading : entry.readings) {
-            if (!encoded(reading, encoding)) continue; // ゔ is in UTF-8 alone
+            // ゔ is in UTF-8 alone.
+            if (reading.size() > most_bytes || !encoded(reading, encoding)) continue;
             held = true;
-            text += reading + "\t" + entry.symbol + "\t記号\t" + entry.comment + "\n";
+            text += reading + "\t" + entry.symbol + "\t記号\t" +
+                    beginning_of(entry.comment, most_characters) + "\n";
         }
         if (!held) left_out["no reading"] += entry.symbol;
     }

@@ -1,7 +1,7 @@
 #!/usr/bin/python3
 """What 'kigou export' makes for other programs, read by these.
 
-usage: dictionaries_test.py skk|compose|quickphrase KIGOU FOLDER-OF-MODULE
+usage: dictionaries_test.py mozc|skk|compose|quickphrase KIGOU FOLDER-OF-MODULE
 """
 
 import json
@@ -14,6 +14,7 @@ import sys
 import tempfile
 
 HERE = pathlib.Path(__file__).parent
+NOBODY = 65534
 # Letters that this SKK takes for other kana, or for none.
 NOT_IN_SKK = re.compile("[kp]w|n(?=[aiueoyn])|^n$|ts[aeio]|wy")
 
@@ -45,6 +46,21 @@ class Exports:
             typed, symbol = line.split(" ")
             symbols.setdefault(typed, []).append(symbol)
         return symbols
+
+
+def check_mozc(exports, _):
+    need("/usr/lib/mozc/mozc_server", "setpriv")
+    text = exports.make("mozc").read_text()
+    rows = [("hosi", "★", "黒星"), ("hidariyajirusi", "←", "左矢印"), ("eikigou", "♯", "シャープ")]
+    with tempfile.TemporaryDirectory(prefix="kigou-mozc-") as folder:
+        words = [HERE / "mozc.py", folder, *(letters for letters, _, _ in rows)]
+        if os.geteuid() == 0:  # for whom the server does not work
+            shutil.chown(folder, NOBODY)
+            words = ["setpriv", f"--reuid={NOBODY}", "--clear-groups", *words]
+        told = json.loads(subprocess.run(words, input=text, stdout=subprocess.PIPE, text=True, check=True).stdout)
+    assert (told["status"], told["entries"]) == ("taken", text.count("\n")), told
+    found = [(letters, symbol, told["typed"][letters].get(symbol)) for letters, symbol, _ in rows]
+    assert found == rows, (found, told["typed"])
 
 
 def check_skk(exports, _):

@@ -133,5 +133,16 @@ TEST(dictionary, holds_each_symbol_or_names_it) {
     }
 }
 
+TEST(dictionary, of_mozc_takes_no_longer_fields) {
+    for (const std::size_t length : {100, 101}) {
+        std::string title;
+        while (title.size() < 3 * length) title += "ほ";
+        LeftOutSymbols left_out;
+        const std::string text = write_dictionary(set_with(title, {to_sjis("亜")}), DictionaryFormat::mozc, Encoding::utf_8, left_out);
+        EXPECT_EQ(text, length == 100 ? title + "\t亜\t記号\t" + title + "\n" : "");
+        EXPECT_EQ(left_out.size(), length - 100);
+    }
+}
+
 } // namespace
 } // namespace kigou
