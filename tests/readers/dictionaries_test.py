@@ -34,7 +34,7 @@ class Exports:
 
     def make(self, *words):
         """@return path of an export of the standard set"""
-        path = self.folder / "-".join(words)
+        path = self.folder / "-".join(words).replace("/", "-")
         with path.open("wb") as file:
             subprocess.run([self.kigou, "export", "--as", *words], stdout=file, check=True, env=self.environment)
         return path
@@ -50,17 +50,16 @@ class Exports:
 
 def check_mozc(exports, _):
     need("/usr/lib/mozc/mozc_server", "setpriv")
-    text = exports.make("mozc").read_text()
-    rows = [("hosi", "★", "黒星"), ("hidariyajirusi", "←", "左矢印"), ("eikigou", "♯", "シャープ")]
+    own = exports.folder / "own.kig"
+    own.write_text("〈記号〉\n名称=例\n［きごうのためし］\n" + "-" * 40 + "\n凜\n" + "-" * 40 + "\n", encoding="euc_jp")
+    text = exports.make("mozc").read_text() + exports.make("mozc", str(own)).read_text()
     with tempfile.TemporaryDirectory(prefix="kigou-mozc-") as folder:
-        words = [HERE / "mozc.py", folder, *(letters for letters, _, _ in rows)]
+        words = [HERE / "mozc.py", folder, "hosi=☆", "kigounotamesi=凜"]
         if os.geteuid() == 0:  # for whom the server does not work
             shutil.chown(folder, NOBODY)
             words = ["setpriv", f"--reuid={NOBODY}", "--clear-groups", *words]
-        told = json.loads(subprocess.run(words, input=text, stdout=subprocess.PIPE, text=True, check=True).stdout)
-    assert (told["status"], told["entries"]) == ("taken", text.count("\n")), told
-    found = [(letters, symbol, told["typed"][letters].get(symbol)) for letters, symbol, _ in rows]
-    assert found == rows, (found, told["typed"])
+        told = subprocess.run(words, input=text, stdout=subprocess.PIPE, text=True, check=True).stdout.split()
+    assert told == ["taken", str(text.count("\n"))], told
 
 
 def check_skk(exports, _):

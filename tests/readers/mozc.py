@@ -1,15 +1,14 @@
 #!/usr/bin/python3
 """A user dictionary in mozc: Debian's server, spoken to as its dictionary tool and its clients do.
 
-usage: mozc.py FOLDER LETTERS... < DICTIONARY
-Writes JSON: how the dictionary was taken, how many entries of it are stored, and what is offered
-for the letters, with what stands beside it.
+usage: mozc.py FOLDER LETTERS=SYMBOL... < DICTIONARY
+Writes how the dictionary was taken and how many entries of it are stored, and fails unless each
+symbol is offered for the letters.
 
 Messages are protocol buffers, of which a few fields are put together and taken apart here, by
 the numbers of mozc's protocol/commands.proto, candidates.proto and user_dictionary_storage.proto.
 """
 
-import json
 import os
 import pathlib
 import socket
@@ -115,25 +114,22 @@ class Mozc:
         entries = sum(len(fields_of(one).get(4, [])) for one in stored.get(2, []))
         return STATUS.get(told[1][0], told[1][0]), entries
 
-    def candidates(self, typed):
+    def offered(self, typed):
         session = self.call({1: CREATE_SESSION})[1][0]
         for key in ({3: ON}, *({1: ord(letter)} for letter in typed), {3: SPACE}, {3: SPACE}):
             output = self.call({1: SEND_KEY, 2: session, 3: key})
-        offered = {}
-        for candidate in fields_of(output.get(14, [b""])[0]).get(2, []):
-            fields = fields_of(candidate)
-            beside = fields_of(fields.get(5, [b""])[0]).get(3, [b""])[0]
-            offered[fields[4][0].decode()] = beside.decode()
-        return offered
+        candidates = fields_of(output.get(14, [b""])[0]).get(2, [])
+        return [fields_of(candidate)[4][0].decode() for candidate in candidates]
 
 
 if __name__ == "__main__":
     mozc = Mozc(pathlib.Path(sys.argv[1]))
     try:
         status, entries = mozc.take(sys.stdin.read())
-        # It reads them anew beside its work.
-        typed = {letters: mozc.wait("nothing is offered", lambda: mozc.candidates(letters)) for letters in sys.argv[2:]}
-        print(json.dumps({"status": status, "entries": entries, "typed": typed}))
+        for letters, symbol in (row.split("=") for row in sys.argv[2:]):
+            # It reads them anew beside its work.
+            mozc.wait(f"{symbol} is not offered for {letters}", lambda: symbol in mozc.offered(letters))
+        print(status, entries)
     finally:
         mozc.process.kill()
         mozc.process.wait()
