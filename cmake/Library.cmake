@@ -6,6 +6,12 @@ file(GLOB acc_library_sources CONFIGURE_DEPENDS
   ${CMAKE_SOURCE_DIR}/common/*.cpp ${CMAKE_SOURCE_DIR}/record/*.cpp
   ${CMAKE_SOURCE_DIR}/sym/*.cpp ${CMAKE_SOURCE_DIR}/acc/*.cpp)
 
+# Vector code, each level in a source of its own; on other machines these are empty.
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64|i.86")
+  set_source_files_properties(${CMAKE_SOURCE_DIR}/common/text_conversion_sse41.cpp PROPERTIES COMPILE_OPTIONS -msse4.1)
+  set_source_files_properties(${CMAKE_SOURCE_DIR}/common/text_conversion_avx2.cpp PROPERTIES COMPILE_OPTIONS -mavx2)
+endif()
+
 # The C driver links the library, so that a use of the C++ runtime is a link error.
 # CMake would add that runtime by itself; C++ programs get it from their own driver.
 set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")

@@ -14,6 +14,7 @@
 #include "common/heap_block.h"
 #include "common/kanji.h"
 #include "common/sjis_arithmetic.h"
+#include "common/text_conversion.h"
 
 // clang-format off
 extern const unsigned char ___kanjitbl[257] = {
@@ -39,22 +40,22 @@ extern const unsigned char ___kanjitbl[257] = {
 
 namespace {
 
-constexpr unsigned char lead_flag = 0x01;
-constexpr unsigned char euc_flag = 0x04;
-constexpr unsigned char katakana_flag = 0x08;
-
 /** EUC-JP byte before a half-width katakana. */
 constexpr unsigned char katakana_shift = 0x8E;
 
-bool has_class(unsigned char byte, unsigned char flag) {
-    return (___kanjitbl[byte + 1] & flag) != 0;
-}
+constexpr std::size_t shortest_for_vectors = 32;
 
-/** Zero-filled block that holds the conversion of any text as long as this one. */
-unsigned char *allocate_result(const unsigned char *text) {
+/** The conversion in a zero-filled block that holds that of any text as long as this one. */
+unsigned char *converted(const unsigned char *text, acc::ConvertText acc::TextConversion::*way) {
+    if (text == nullptr) return nullptr;
     const std::size_t length = std::strlen(reinterpret_cast<const char *>(text));
     if (length >= UINT_MAX / 2) return nullptr;
-    return static_cast<unsigned char *>(CM_malloc(static_cast<unsigned int>((length + 1) * 2)));
+    auto *const result =
+        static_cast<unsigned char *>(CM_malloc(static_cast<unsigned int>((length + 1) * 2)));
+    const bool is_short = length < shortest_for_vectors;
+    const acc::TextConversion &level = is_short ? acc::portable_conversion : acc::text_conversion();
+    if (result != nullptr) (level.*way)(text, length, result);
+    return result;
 }
 
 /** The same code with its halves exchanged. */
@@ -85,55 +86,11 @@ unsigned short Ascii2Short(unsigned short *destination, const unsigned char *tex
 }
 
 unsigned char *CM_sjis2euc(const unsigned char *sjis) {
-    if (sjis == nullptr) return nullptr;
-    unsigned char *const result = allocate_result(sjis);
-    if (result == nullptr) return nullptr;
-
-    unsigned char *out = result;
-    while (*sjis != 0) {
-        const unsigned char byte = *sjis++;
-        if (has_class(byte, lead_flag)) {
-            if (*sjis == 0) break;
-            const unsigned short jis = sjis2jis(static_cast<unsigned short>(byte | *sjis++ << 8));
-            *out++ = static_cast<unsigned char>((jis & 0xFF) | 0x80);
-            *out++ = static_cast<unsigned char>(jis >> 8 | 0x80);
-        } else if (has_class(byte, katakana_flag)) {
-            *out++ = katakana_shift;
-            *out++ = byte;
-        } else if (byte == '\r') {
-            if (*sjis == 0) break;
-            *out++ = *sjis++;
-        } else {
-            *out++ = byte;
-        }
-    }
-    return result;
+    return converted(sjis, &acc::TextConversion::sjis_to_euc);
 }
 
 unsigned char *CM_euc2sjis(const unsigned char *euc) {
-    if (euc == nullptr) return nullptr;
-    unsigned char *const result = allocate_result(euc);
-    if (result == nullptr) return nullptr;
-
-    unsigned char *out = result;
-    while (*euc != 0) {
-        const unsigned char byte = *euc++;
-        if (has_class(byte, euc_flag)) {
-            if (*euc == 0) break;
-            const unsigned short sjis = acc::sjis_pair(byte & 0x7F, *euc++ & 0x7F);
-            *out++ = static_cast<unsigned char>(sjis >> 8);
-            *out++ = static_cast<unsigned char>(sjis & 0xFF);
-        } else if (byte == katakana_shift) {
-            if (*euc == 0) break;
-            *out++ = *euc++;
-        } else if (byte == '\n') {
-            *out++ = '\r';
-            *out++ = '\n';
-        } else {
-            *out++ = byte;
-        }
-    }
-    return result;
+    return converted(euc, &acc::TextConversion::euc_to_sjis);
 }
 
 unsigned short CM_euc2jis(unsigned char *destination, const unsigned char *euc) {
