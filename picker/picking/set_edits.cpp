@@ -170,7 +170,8 @@ bool SetEdits::put_merged(Edit &edit, const ShownTitle &shown, const Sjis &data,
     const auto merged =
         whole ? merged_symbols({base.begin(), base.end()}, data, {now.begin(), now.end()})
               : std::nullopt;
-    if (!merged) refuse_changed(shown.title());
+    const bool is_done = merged && std::ranges::equal(*merged, now); // by the other program too
+    if (!merged || is_done) refuse_changed(shown.title());
     edit.change(*merged, std::move(change));
     return true;
 }
