@@ -155,7 +155,7 @@ void of_characters(Ratios &ratios) {
 } // namespace
 
 int main(int argc, char **argv) {
-    Ratios ratios(argc > 1 && std::strcmp(argv[1], "--quick") == 0);
+    Ratios ratios(CLOCK_THREAD_CPUTIME_ID, argc > 1 && std::strcmp(argv[1], "--quick") == 0);
     of_texts(ratios);
     of_characters(ratios);
     return 0;

@@ -11,17 +11,14 @@
 #include <string>
 #include <vector>
 
-/** Seconds of processor time of this thread. */
-inline double thread_seconds() {
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return static_cast<double>(now.tv_sec) + 1e-9 * static_cast<double>(now.tv_nsec);
-}
-
 class Ratios {
   public:
-    /** @param quick  few rounds, for every day */
-    explicit Ratios(bool quick) : rounds_(quick ? 7 : 31), least_(quick ? 0.002 : 0.01) {
+    /**
+     * @param clock  CLOCK_THREAD_CPUTIME_ID, or CLOCK_MONOTONIC for what waits for the disk
+     * @param quick  few rounds, for every day
+     */
+    Ratios(clockid_t clock, bool quick)
+        : clock_(clock), rounds_(quick ? 7 : 31), least_(quick ? 0.002 : 0.01) {
         std::printf("%-44s %10s %10s %7s %7s %7s\n", "job", "ns", "baseline", "spread", "ratio",
                     "wanted");
     }
@@ -45,10 +42,16 @@ class Ratios {
     }
 
   private:
-    static double seconds(const std::function<void()> &job, std::size_t calls) {
-        const double begin = thread_seconds();
+    double now() const {
+        timespec time{};
+        clock_gettime(clock_, &time);
+        return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+    }
+
+    double seconds(const std::function<void()> &job, std::size_t calls) const {
+        const double begin = now();
         for (std::size_t i = 0; i < calls; ++i) job();
-        return (thread_seconds() - begin) / static_cast<double>(calls);
+        return (now() - begin) / static_cast<double>(calls);
     }
 
     std::size_t calls(const std::function<void()> &job) const {
@@ -62,6 +65,7 @@ class Ratios {
         return values[values.size() / 2];
     }
 
+    clockid_t clock_;
     int rounds_;
     double least_; // seconds of one measurement
 };
