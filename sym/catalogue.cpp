@@ -70,17 +70,14 @@ Head read_head(const unsigned char *raw) {
     return head;
 }
 
-/** Adds one file. @return 0; -1 when it is no symbol file or does not fit its entry */
-int SymFileListUpProc(const unsigned char *path) {
-    unsigned char raw[head_bytes + 1];
-    OpenFile file(open_regular(path, "rb"));
-    if (!file) {
-        if (!is_no_miss(errno)) note_miss();
-        return -1;
-    }
-    raw[CM_read(file.handle(), head_bytes, raw)] = 0;
+/**
+ * Adds one file.
+ * @param raw  its head, with a NUL behind it
+ * @return     0; -1 when it is no symbol file or does not fit its entry
+ */
+int SymFileListUpProc(const unsigned char *path, const unsigned char *raw) {
     const Head head = read_head(raw);
-    if (stream_failed(file.handle()) || !head.text) note_miss();
+    if (!head.text) note_miss();
     if (!head.is_symbol_file || head.title.length >= sizeof(SymFileListEntry::ucTitle)) return -1;
     const int added =
         SymMemTableMakeProc(path, {head.text.get() + head.title.offset, head.title.length});
@@ -94,14 +91,18 @@ int SymGetFileTitleSub(const unsigned char *directory) {
     DirectoryListing listing(directory);
     if (!listing) return -1;
     const std::size_t directory_bytes = static_cast<std::size_t>(CM_lstrlen(directory));
-    unsigned char path[sizeof(SymFileListEntry::ucFileName)];
+    unsigned char path[sizeof(SymFileListEntry::ucFileName)], raw[head_bytes + 1];
     while (const unsigned char *name = listing.next()) {
         if (!CM_strpbrke(name, extension)) continue;
         const std::size_t name_bytes = static_cast<std::size_t>(CM_lstrlen(name));
         if (directory_bytes + name_bytes >= sizeof path) continue;
         std::memcpy(path, directory, directory_bytes);
         std::memcpy(path + directory_bytes, name, name_bytes + 1);
-        SymFileListUpProc(path);
+        const int count = listing.read_head(raw, head_bytes);
+        if (count < 0 && !is_no_miss(errno)) note_miss();
+        if (count < 0) continue;
+        raw[count] = 0;
+        SymFileListUpProc(path, raw);
     }
     if (listing.failed()) note_miss();
     return 0;
