@@ -6,12 +6,10 @@ usage: plain_test.py FOLDER-OF-KIGOU
 
 import os
 import signal
-import sys
-import tempfile
 import time
 import unicodedata
 
-from terminal import PATIENCE, Person
+from terminal import PATIENCE, Person, run_checks
 
 CTRL_C, CTRL_D = "\x03", "\x04"
 PROMPTS = ("\r\n> ", " a dot for none: ")
@@ -21,74 +19,51 @@ GENERAL = ["標準の記号／一般記号", "1 図形, title", "2 矢印, title
 NOT_UNDERSTOOD = ["not understood; a number enters or takes, /text finds, b goes back, ? tells all commands"]
 FAVOURITES = "copy to, an empty line for お気に入り, a dot for none: "
 
-# Name, lines with what is written after each (None: all the same), what is given, exit status.
+# Name, what is given, lines with what is written after each (None: all the same).
 DIALOGUES = [
-    ("enters and takes", [("3", GENERAL), ("2", ARROWS), ("1", None)], "→", 0),
-    ("takes full-width digits", [("３", GENERAL), ("　２", ARROWS), ("４　", None)], "↓", 0),
-    (
-        "gathers symbols",
-        [
-            ("3", GENERAL),
-            ("2", ARROWS),
-            ("+3", ["taken ↑ 上矢印"]),
-            ("＋　６", ["taken ⇔ 同値"]),
-            ("take 1", ["taken → 右矢印"]),
-            ("ー", ["taken ↑⇔"]),
-            ("l", ARROWS + ["taken ↑⇔"]),
-            ("Ｑ", None),
-        ],
-        "↑⇔",
-        0,
-    ),
+    ("takes full-width digits", "↓", ("３", GENERAL), ("　２", ARROWS), ("４　", None)),
+    ("gathers symbols", "↑⇔", ("3", GENERAL), ("2", ARROWS), ("+3", ["taken ↑ 上矢印"]), ("＋　６", ["taken ⇔ 同値"]),
+     ("take 1", ["taken → 右矢印"]), ("ー", ["taken ↑⇔"]), ("l", ARROWS + ["taken ↑⇔"]), ("Ｑ", None)),
     (
         "finds, and goes to what it finds",
-        [
-            ("/yajirushi", ["6 found"] + ARROWS[1:]),
-            ("・せっし", ["1 found", "1 ℃ セ氏度記号"]),
-            (
-                "i1",
-                ["1 ℃ セ氏度記号", "readings せっし, ど, せっしど, おんど, どしー, たんい, きごう", "U+2103"]
-                + ["kuten 1-78", "SJIS 818E", "JIS 216E", "EUC A1EE", "in 標準の記号／単位・通貨／単位"],
-            ),
-            ("/ yajirusu", ["meant やじるし?", "0 found"]),
-            ("find U+2193", ["1 found", "1 ↓ 下矢印"]),
-            ("show 1", ARROWS),
-            ("t", None),
-            ("tb", ARROWS),
-            ("b", GENERAL),
-            ("い２", ["2 矢印, title", "items in it: 6"]),
-            ("b", None),
-            ("b", ["all sets", "1 標準の記号, set", "2 拡張の記号, set"]),
-            ("b", ["nothing changed; items 1 to 2 of 2"]),
-            ("/せっし", ["1 found", "1 ℃ セ氏度記号"]),
-            ("q", None),
-        ],
         "",
-        1,
+        ("/yajirushi", ["6 found"] + ARROWS[1:]),
+        ("・せっし", ["1 found", "1 ℃ セ氏度記号"]),
+        (
+            "i1",
+            ["1 ℃ セ氏度記号", "readings せっし, ど, せっしど, おんど, どしー, たんい, きごう", "U+2103"]
+            + ["kuten 1-78", "SJIS 818E", "JIS 216E", "EUC A1EE", "in 標準の記号／単位・通貨／単位"],
+        ),
+        ("/ yajirusu", ["meant やじるし?", "0 found"]),
+        ("find U+2193", ["1 found", "1 ↓ 下矢印"]),
+        ("show 1", ARROWS),
+        ("t", None),
+        ("tb", ARROWS),
+        ("b", GENERAL),
+        ("い２", ["2 矢印, title", "items in it: 6"]),
+        ("b", None),
+        ("b", ["all sets", "1 標準の記号, set", "2 拡張の記号, set"]),
+        ("b", ["nothing changed; items 1 to 2 of 2"]),
+        ("q", None),
     ),
     (
         "says what can be typed",
-        [
-            ("矢印", NOT_UNDERSTOOD),
-            ("12a", NOT_UNDERSTOOD),
-            ("\udcff\udc80", NOT_UNDERSTOOD),
-            ("d", ["d NUMBER or delete NUMBER: removes that symbol, title or set"]),
-            ("q 3", ["q or quit: ends with what was taken"]),
-            ("／", ["/ TEXT or find TEXT: finds: a reading, a name, a title, a code"]),
-            ("c", ["c NUMBER or copy NUMBER: copies what was taken, or else that symbol, to a title of your own"]),
-            ("0", ["no such item; there are 10"]),
-            ("+99999999999999999999999", ["no such item; there are 10"]),
-            ("+1", ["nothing changed; items 1 to 10 of 10"]),
-            ("-", ["nothing changed; items 1 to 10 of 10"]),
-            ("cancel", None),
-        ],
         "",
-        1,
+        ("矢印", NOT_UNDERSTOOD),
+        ("12a", NOT_UNDERSTOOD),
+        ("\udcff\udc80", NOT_UNDERSTOOD),
+        ("d", ["d NUMBER or delete NUMBER: removes that symbol, title or set"]),
+        ("q 3", ["q or quit: ends with what was taken"]),
+        ("／", ["/ TEXT or find TEXT: finds: a reading, a name, a title, a code"]),
+        ("0", ["no such item; there are 10"]),
+        ("+99999999999999999999999", ["no such item; there are 10"]),
+        ("+1", ["nothing changed; items 1 to 10 of 10"]),
+        ("-", ["nothing changed; items 1 to 10 of 10"]),
+        ("cancel", None),
     ),
-    ("forgets on Ctrl+C", [("/yaji", None), ("+1", None), (CTRL_C, None)], "", 1),
-    ("forgets on Ctrl+D", [("/yaji", None), ("+1", None), (CTRL_D, None)], "", 1),
-    ("forgets on Ctrl+C in a question", [("/yaji", None), ("c1", [FAVOURITES]), (CTRL_C, None)], "", 1),
-]
+    ("forgets on Ctrl+D", "", ("/yaji", None), ("+1", None), (CTRL_D, None)),
+    ("forgets on Ctrl+C in a question", "", ("/yaji", None), ("+1", None), ("c1", [FAVOURITES]), (CTRL_C, None)),
+]  # fmt: skip
 
 EDITING = [
     ("b", None),
@@ -177,30 +152,27 @@ def plain(person, command="kigou --pick --plain"):
 
 
 def check_dialogues(kigou):
-    for name, dialogue, picks, status in DIALOGUES:
-        with tempfile.TemporaryDirectory() as folder:
-            person = Person(kigou, folder)
+    for name, picks, *dialogue in DIALOGUES:
+        with Person(kigou) as person:
             listener, _ = plain(person)
             listener.talk(name, dialogue)
-            ended = listener.finish()
-            assert ended == status, f"{name}: exit status {ended}"
-            given = (person.folder / "picks").read_text().rstrip("\n")
-            assert given == picks, f"{name}: {given!r} is given"
+            status = listener.finish()
+            given = person.read("picks").rstrip("\n")
+            assert (given, status) == (picks, 0 if picks else 1), f"{name}: {given!r} is given, exit status {status}"
 
 
 def check_editing(kigou):
-    with tempfile.TemporaryDirectory() as folder:
-        listener, _ = plain(Person(kigou, folder))
+    with Person(kigou) as person:
+        listener, _ = plain(person)
         listener.talk("editing", EDITING)
         assert listener.finish() == 0
-        listed = Person(kigou, folder).run("kigou list 私/しるし | tr '\\n' '.'; kigou tree 私")
+        listed = person.run("kigou list 私/しるし | tr '\\n' '.'; kigou tree 私")
         assert listed.finish() == 0 and "↓←." in listed.text(), listed.text()
 
 
 def check_pages(kigou):
     """Never more than a page, and the help has every command once."""
-    with tempfile.TemporaryDirectory() as folder:
-        person = Person(kigou, folder)
+    with Person(kigou) as person:
         made = person.run(f"kigou new 私 && kigou add 私 仮名 && kigou put 私/仮名 {LONG}")
         assert made.finish() == 0, made.text()
         listener, heard = plain(person, "kigou --pick --plain 私/仮名")
@@ -222,13 +194,12 @@ def check_pages(kigou):
         assert len(set(names)) == len(names) > 25, names
         listener.talk("behind the help", [("", ["nothing changed; items 41 to 45 of 45"]), ("37", None)])
         assert listener.finish() == 0
-        assert (person.folder / "picks").read_text() == LONG[36] + "\n"
+        assert person.read("picks") == LONG[36] + "\n"
 
 
 def check_hostile(kigou):
     """Titles with control characters are told, entered and renamed without one of them being written."""
-    with tempfile.TemporaryDirectory() as folder:
-        person = Person(kigou, folder)
+    with Person(kigou) as person:
         sets = person.folder / "data/kigou"
         sets.mkdir(parents=True)
         hyphens = "-" * 40 + "\n"
@@ -237,7 +208,7 @@ def check_hostile(kigou):
         listener, _ = plain(person, "kigou browse --plain")
         listener.say("b")
         number = next(line for line in listener.hear() if "悪" in line).split()[0]
-        dialogue = [
+        listener.talk("hostile", [
             (number, ["悪?[2J?い", "1 ?]0;x????題, title"]),
             ("r 1", ["new name, an empty line for ?]0;x????題, a dot for none: "]),
             ("", None),
@@ -248,22 +219,19 @@ def check_hostile(kigou):
             ("-", ["nothing taken"]),
             ("/]0;x", None),
             ("q", None),
-        ]
-        listener.talk("hostile", dialogue)
+        ])  # fmt: skip
         assert listener.finish() == 1
 
 
 def check_terminals(kigou):
     """Terminals that cannot show columns, and none that shows something else than UTF-8."""
-    why_not = "{} cannot show columns; this is the plain mode, ? for help"
     for setting, first in (
-        ("TERM=dumb", why_not.format("TERM=dumb")),
-        ("TERM=nothing", why_not.format("TERM=nothing")),
-        ("TERM=", "TERM is not set, so columns cannot be shown; this is the plain mode, ? for help"),
+        ("TERM=dumb", "TERM=dumb cannot show columns; this is the plain mode, ? for help"),
+        ("TERM=nothing", "TERM=nothing cannot show columns; this is the plain mode, ? for help"),
         ("-u TERM", "TERM is not set, so columns cannot be shown; this is the plain mode, ? for help"),
+        ("TERM=", "TERM is not set, so columns cannot be shown; this is the plain mode, ? for help"),
     ):
-        with tempfile.TemporaryDirectory() as folder:
-            person = Person(kigou, folder)
+        with Person(kigou) as person:
             pick = f"x=$(env {setting} kigou browse 一般記号/矢印)"
             shell = person.run(f"{pick}; stty -a | grep -o ' icanon\\|-icanon'; printf 'given %s\\n' \"$x\"")
             shell.wait("⇔ 同値")
@@ -283,8 +251,7 @@ def check_terminals(kigou):
         ("LANG=xx_YY.UTF8@none", None),
     ):
         for mode in ("--plain", ""):
-            with tempfile.TemporaryDirectory() as folder:
-                person = Person(kigou, folder)
+            with Person(kigou) as person:
                 clean = "env -u LC_ALL -u LC_CTYPE -u LANG " + setting
                 script = f"{clean} kigou list 一般記号/矢印; {clean} kigou browse {mode} >/dev/null; echo status $?"
                 shell = person.run(script, columns=200)
@@ -299,20 +266,13 @@ def check_terminals(kigou):
 
 
 def check_signals(kigou):
-    with tempfile.TemporaryDirectory() as folder:
+    with Person(kigou) as person:
         for number in (signal.SIGTERM, signal.SIGHUP):
-            terminal = Person(kigou, folder).run("exec kigou browse --plain")
+            terminal = person.run("exec kigou browse --plain")
             Listener(terminal).hear()
             os.kill(terminal.process, number)
             assert terminal.finish() == 2 and "a signal asked to end" in terminal.text(), terminal.text()
 
 
-def main():
-    kigou = os.path.abspath(sys.argv[1])
-    for check in (check_dialogues, check_editing, check_pages, check_hostile, check_terminals, check_signals):
-        check(kigou)
-        print(check.__name__, "passes")
-
-
 if __name__ == "__main__":
-    main()
+    run_checks(check_dialogues, check_editing, check_pages, check_hostile, check_terminals, check_signals)

@@ -7,7 +7,6 @@ usage: snippets_test.py bash|zsh|fish|vim|nvim|emacs FOLDER-OF-KIGOU FOLDER-OF-S
 import os
 import shutil
 import sys
-import tempfile
 import time
 
 from terminal import PATIENCE, Person
@@ -62,29 +61,17 @@ EDITORS = {
 }
 
 
-def browse(terminal, steps):
-    for shown, typed in steps:
-        terminal.wait(shown)
-        terminal.type(typed)
-
-
 def wait_until(terminal, come, what):
     end = time.monotonic() + PATIENCE
     while not come():
         assert time.monotonic() < end and terminal.feed(0.1), f"{what} does not come:\n{terminal.text()}"
 
 
-def wait_for_line(terminal, name):
-    """Until the browser is gone and lines are typed again: then a pasted one is not run at once."""
-    mode = terminal.screen.mode
-    wait_until(terminal, lambda: MOUSE not in mode and BRACKETED_PASTE in mode, f"{name}: bracketed paste")
-
-
-def person_at_home(kigou, folder):
-    person = Person(kigou, folder)
+def person_at_home(kigou):
+    person = Person(kigou)
     for name in ("ZDOTDIR", "XDG_CONFIG_HOME", "KIGOU_KEY", "PROMPT_COMMAND", "INPUTRC", "TMUX", "STY"):
         person.environment.pop(name, None)
-    person.environment["HOME"] = folder
+    person.environment["HOME"] = str(person.folder)
     return person
 
 
@@ -97,48 +84,36 @@ def check_shell(kigou, snippets, shell):
         ("a terminal without a second screen", ESC + "k", [source], "vt220"),
     ]
     for name, key, lines, term in rows:
-        with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as folder:
-            person = person_at_home(kigou, folder)
+        with person_at_home(kigou) as person:
             (person.folder / file).parent.mkdir(parents=True, exist_ok=True)
             (person.folder / file).write_text("\n".join([settings, *lines]) + "\n")
-            terminal = person.run(f"cd {folder}; TERM={term} exec {start}")
-            terminal.wait("P>")
-            terminal.type("echo '前|後'")
-            terminal.wait("P> echo '前|後'")
-            terminal.type(LEFT * 2 + key)
-            browse(terminal, PICK)
-            terminal.wait("P> echo '前|、、後'")
-            terminal.wait(SAID)
+            terminal = person.run(f"cd {person.folder}; TERM={term} exec {start}")
+            terminal.follow([("P>", "echo '前|後'"), ("P> echo '前|後'", LEFT * 2 + key), *PICK, ("P> echo '前|、、後'", ""), (SAID, "")])
             assert "\n、、\n" not in terminal.text(), f"{name}: {terminal.text()}"
-            terminal.type("X" + key)
-            browse(terminal, LEAVE)
-            wait_for_line(terminal, f"{shell}, {name}")
-            terminal.wait("P> echo '前|、、X後'")
-            terminal.type("Y" + ENTER)
-            terminal.wait("\n前|、、XY後")
-            terminal.type("exit" + ENTER)
+            terminal.follow([(SAID, "X" + key), *LEAVE])
+            # The browser is gone and lines are typed again: then a pasted one is not run at once.
+            mode = terminal.screen.mode
+            wait_until(terminal, lambda: MOUSE not in mode and BRACKETED_PASTE in mode, f"{shell}, {name}: bracketed paste")
+            terminal.follow([("P> echo '前|、、X後'", "Y" + ENTER), ("\n前|、、XY後", "exit" + ENTER)])
             terminal.finish()
 
 
 def check_editor(kigou, snippets, editor):
     command, steps, end, text = EDITORS[editor]
-    with tempfile.TemporaryDirectory(ignore_cleanup_errors=True) as folder:
-        person = person_at_home(kigou, folder)
+    with person_at_home(kigou) as person:
         (person.folder / "text").write_text("一行\n前後終\n三行\n")
-        terminal = person.run(f"cd {folder}; exec {command.format(snippets=snippets)}")
+        terminal = person.run(f"cd {person.folder}; exec {command.format(snippets=snippets)}")
         for typed, picking, shown in steps:
-            terminal.wait("一行")
-            terminal.type(typed)
-            browse(terminal, picking)
+            terminal.follow([("一行", typed), *picking])
             for one in shown:
                 wait_until(terminal, lambda: terminal.text().count(one) >= shown.count(one), one)
             if typed == steps[0][0]:
                 terminal.wait(SAID)
         terminal.type(end)
         terminal.finish()
-        written = (person.folder / "text").read_text()
+        written = person.read("text")
         assert written == text, f"{written!r} is written"
-        left = [name for name in os.listdir(folder) if name.startswith("kigou")]
+        left = [name for name in os.listdir(person.folder) if name.startswith("kigou")]
         assert not left, f"{left} stay"
 
 

@@ -8,6 +8,7 @@ import pty
 import select
 import struct
 import sys
+import tempfile
 import termios
 import time
 import unicodedata
@@ -93,6 +94,12 @@ class Terminal:
     def type(self, keys):
         os.write(self.file, keys.encode())
 
+    def follow(self, steps):
+        """Pairs of what is waited for and what is typed then."""
+        for shown, typed in steps:
+            self.wait(shown)
+            self.type(typed)
+
     def finish(self):
         """The exit status; what was written to the terminal since is shown."""
         end = time.monotonic() + PATIENCE
@@ -110,9 +117,11 @@ class Terminal:
 
 
 class Person:
-    """A person's folders, with sets that the program comes with."""
+    """A person's folders, with sets that the program comes with; gone when it is left."""
 
-    def __init__(self, kigou, folder):
+    def __init__(self, kigou):
+        self.temporary = tempfile.TemporaryDirectory(ignore_cleanup_errors=True)
+        folder = self.temporary.name
         self.folder = pathlib.Path(folder)
         self.environment = dict(os.environ) | {
             "PATH": f"{kigou}:{os.environ['PATH']}",
@@ -125,5 +134,21 @@ class Person:
         for name in ("KIGOU_PROGRAM_DIR", "KIGOU_COMMON_DIR", "KIGOU_USER_DIR"):
             self.environment.pop(name, None)
 
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *_):
+        self.temporary.cleanup()
+
     def run(self, script, **size):
         return Terminal(["bash", "-c", script], self.environment, **size)
+
+    def read(self, name):
+        return (self.folder / name).read_text()
+
+
+def run_checks(*checks):
+    """Each with the folder of kigou, which is the first argument."""
+    for check in checks:
+        check(os.path.abspath(sys.argv[1]))
+        print(check.__name__, "passes")
