@@ -248,3 +248,10 @@ class TextField:
     def destroy(self):
         self.context.DestroyIC()
         self.settle()
+
+
+def run_checks(*checks):
+    """Each with the folder of the module, which is the first argument."""
+    for check in checks:
+        check(os.path.abspath(sys.argv[1]))
+        print(check.__name__, "passes")

@@ -6,10 +6,9 @@ usage: troubles_test.py FOLDER-OF-MODULE
 
 import os
 import shutil
-import sys
 
-from application import InputMethod, TextField
-from keys_test import OPEN, STANDARD, TOP, check_settled
+from application import InputMethod, TextField, run_checks
+from keys_test import OPEN, STANDARD, TOP, check_settled, with_set
 
 ARROWS = "*1 →  右矢印  2 ←  左矢印 | kuten 2-10  JIS 222A  Shift_JIS 81A8  U+2192"
 
@@ -83,8 +82,7 @@ def check_japanese(root):
         ("Escape ♀ Right", "[♀] 検索  1  どの記号ファイルにもありません | *1 ♀  雌記号 | 区点 1-74  JIS 216A  Shift_JIS 818A  U+2640"),
         ("Escape 2 Control+d", "標準の記号／矢印  → をお気に入りに入れました | " + ARROWS.replace("kuten", "区点")),
     ]
-    with InputMethod(root, LANGUAGE="ja") as fcitx:
-        standard(fcitx)
+    with with_set(root, LANGUAGE="ja") as fcitx:
         broken(fcitx, "common/b.kig")
         field = TextField(fcitx)
         check_settled(rows, fcitx, field)
@@ -92,8 +90,7 @@ def check_japanese(root):
 
 def check_traces(root):
     """Browsing and picking make no working file, and leave nothing open."""
-    with InputMethod(root) as fcitx:
-        standard(fcitx)
+    with with_set(root) as fcitx:
         field = TextField(fcitx)
         scratch = fcitx.folder / "tmp"
 
@@ -113,12 +110,5 @@ def check_traces(root):
         assert len(descriptors()) == len(before), before
 
 
-def main():
-    root = os.path.abspath(sys.argv[1])
-    for test in (check_troubles, check_japanese, check_traces):
-        test(root)
-        print(test.__name__, "passes")
-
-
 if __name__ == "__main__":
-    main()
+    run_checks(check_troubles, check_japanese, check_traces)
