@@ -35,50 +35,14 @@ using fcitx::CapabilityFlags;
 
 const std::string trigger = "Control+Alt+comma";
 
-/** What is pressed at one go; what is common stands here more than once. */
-const char *const keys[] = {"Return",
-                            "Shift+Return",
-                            "KP_Enter",
-                            "space",
-                            "space",
-                            "Down",
-                            "Down Down",
-                            "Up",
-                            "Page_Down",
-                            "Page_Down",
-                            "Page_Up",
-                            "Home",
-                            "End",
-                            "Right",
-                            "Right",
-                            "Right",
-                            "Left",
-                            "BackSpace",
-                            "Tab",
-                            "Shift+Tab",
-                            "Escape",
-                            "1",
-                            "1",
-                            "2",
-                            "3",
-                            "9",
-                            "0",
-                            "Alt+1",
-                            "Alt+0",
-                            "Control+d",
-                            "Control+c",
-                            "Super+a",
-                            "F5",
-                            "Shift_L",
-                            "Escape h o s h i",
-                            "y a j i 1",
-                            "k a k k o Shift+Return",
-                            "→",
-                            "か っ こ",
-                            "z q Escape",
-                            "u + 2 6 0 6",
-                            "k : 1 - 8 9 Right",
-                            "BackSpace BackSpace BackSpace"};
+const char *const keys[] = {
+    "Return", "Shift+Return", "KP_Enter", "space",     "Down",      "Up",        "Page_Down", "Page_Up", "Home", "End",
+    "Right",  "Right",        "Left",     "BackSpace", "Tab",       "Shift+Tab", "Escape",    "1",       "2",    "9",
+    "0",      "Alt+1",        "Alt+0",    "Control+d", "Control+c", "Super+a",   "F5",        "Shift_L", "→"};
+
+/** What is pressed at one go. */
+const char *const words[] = {"Escape h o s h i", "y a j i 1",   "k a k k o Shift+Return", "か っ こ",
+                             "z q Escape",       "u + 2 6 0 6", "k : 1 - 8 9 Right",      "BackSpace BackSpace BackSpace"};
 
 const CapabilityFlags fields[] = {CapabilityFlags(),
                                   {CapabilityFlag::Preedit, CapabilityFlag::FormattedPreedit},
@@ -110,7 +74,7 @@ class Walk {
         if (!open_ && kind < 20) {
             press(trigger);
         } else if (kind < 30) {
-            std::istringstream all(choice_.of(keys));
+            std::istringstream all(choice_.one_in(4) ? choice_.of(words) : choice_.of(keys));
             for (std::string key; all >> key;) press(key);
         } else if (kind < 34) {
             click();
@@ -162,9 +126,14 @@ class Walk {
     void restore() {
         doing("restore");
         fs::copy_file(standard_, folder_ / "program/default.kig", fs::copy_options::overwrite_existing);
+        new_field();
+        open_ = false;
+        look();
+    }
+
+    void new_field() {
         field_.reset();
         field_ = std::make_unique<Field>(instance_->inputContextManager());
-        closed();
     }
 
     /** What holds at any time. */
@@ -174,11 +143,6 @@ class Walk {
         const std::string log = log_.str();
         check(!log.starts_with('E') && log.find("\nE") == std::string::npos, "an error is logged");
         log_.str({});
-    }
-
-    void closed() {
-        open_ = false;
-        look();
     }
 
     /** The symbols of the candidates, and the titles that might be one. */
@@ -235,76 +199,57 @@ class Walk {
 
     /** A click in the window, which keeps no list alive for it. */
     void click() {
-        const fcitx::CandidateList *const list = field_->inputPanel().candidateList().get();
+        fcitx::CandidateList *const list = field_->inputPanel().candidateList().get();
         if (!open_ || !list || list->size() == 0) return;
         const auto number = static_cast<int>(choice_.below(static_cast<std::size_t>(list->size())));
-        const std::size_t what = choice_.below(5);
+        const std::function<void()> clicks[] = {
+            [&] { list->toPageable()->prev(); }, [&] { list->toPageable()->next(); }, [&] { list->toCursorMovable()->prevCandidate(); },
+            [&] { list->toCursorMovable()->nextCandidate(); }, [&] { list->candidate(number).select(field_.get()); }};
+        const std::size_t what = choice_.below(std::size(clicks));
         doing("click " + std::to_string(what) + " " + std::to_string(number));
-        use(
-            [&] {
-                switch (what) {
-                    case 0:
-                        return list->toPageable()->prev();
-                    case 1:
-                        return list->toPageable()->next();
-                    case 2:
-                        return list->toCursorMovable()->prevCandidate();
-                    case 3:
-                        return list->toCursorMovable()->nextCandidate();
-                    default:
-                        return list->candidate(number).select(field_.get());
-                }
-            },
-            false);
+        use(clicks[what], false);
     }
 
     /** What else there is between two keys. */
     void happen() {
-        switch (choice_.below(9)) {
-            case 0:
-                doing("the focus goes and comes");
-                field_->focusOut();
-                closed();
-                return field_->focusIn();
-            case 1:
-                doing("reset");
-                field_->reset();
-                return closed();
-            case 2:
-                doing("another field while it is open");
-                field_.reset();
-                field_ = std::make_unique<Field>(instance_->inputContextManager());
-                return closed();
-            case 3: {
-                doing("the field becomes another");
-                const CapabilityFlags &flags = choice_.of(fields);
-                field_->setCapabilityFlags(flags);
-                return flags.test(CapabilityFlag::Password) ? closed() : look();
-            }
-            case 4:
-                doing("settings are read again");
-                instance_->reloadAddonConfig("kigou");
-                return closed();
-            case 5: {
-                const auto &[name, value] = choice_.of(settings);
-                doing(std::string("setting ") + name + " " + value);
-                fcitx::RawConfig config;
-                config.setValueByPath(name, value);
-                instance_->addonManager().addon("kigou")->setConfig(config);
-                return closed();
-            }
-            case 6:
-                doing("something is selected");
-                field_->surroundingText().setText("a→（", static_cast<unsigned>(choice_.below(4)), static_cast<unsigned>(choice_.below(4)));
-                field_->updateSurroundingText();
-                return look();
-            default:
-                return change_files();
-        }
+        const CapabilityFlags &flags = choice_.of(fields);
+        const auto &setting = choice_.of(settings);
+        const auto place = [&] { return static_cast<unsigned>(choice_.below(4)); };
+        struct Event {
+            std::string name;
+            std::function<void()> work;
+            bool closes = true;
+        };
+        const Event events[] = {
+            {"the focus goes", [&] { field_->focusOut(); }},
+            {"reset", [&] { field_->reset(); }},
+            {"another field while it is open", [&] { new_field(); }},
+            {"the field becomes another", [&] { field_->setCapabilityFlags(flags); }, flags.test(CapabilityFlag::Password)},
+            {"settings are read again", [&] { instance_->reloadAddonConfig("kigou"); }},
+            {std::string("setting ") + setting[0] + " " + setting[1],
+             [&] {
+                 fcitx::RawConfig config;
+                 config.setValueByPath(setting[0], setting[1]);
+                 instance_->addonManager().addon("kigou")->setConfig(config);
+             }},
+            {"something is selected",
+             [&] {
+                 field_->surroundingText().setText("a→（", place(), place());
+                 field_->updateSurroundingText();
+             },
+             false},
+            {"files change", [&] { change_files(); }, false},
+            {"files change", [&] { change_files(); }, false},
+        };
+        const Event &event = choice_.of(events);
+        doing(event.name);
+        event.work();
+        if (event.closes) open_ = false;
+        look();
+        field_->focusIn();
     }
 
     void change_files() {
-        doing("files change");
         const fs::path own = folder_ / "common" / (choice_.one_in(2) ? "a.kig" : "b.kig");
         switch (choice_.below(4)) {
             case 0:
@@ -319,7 +264,6 @@ class Walk {
             default:
                 fs::copy_file(standard_, own, fs::copy_options::overwrite_existing);
         }
-        look();
     }
 
     fs::path folder_, standard_;
