@@ -3,8 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <csignal>
-
 #include "fuzz/odd_files.h"
 #include "picker/recovery.h"
 #include "picker/set_import.h"
@@ -113,11 +111,7 @@ TEST(editing, loses_none_of_two_edits_at_the_same_time) {
             write_file(sets.common / (std::to_string(number) + ".kig"), symbol_file("捨" + std::to_string(number)));
         }
         const std::vector<int> codes = in_children(2, [&](int child) {
-            if (kills && child == 1) {
-                const itimerval soon{{0, 0}, {0, 1 + i * 37 % 6000}};
-                signal(SIGALRM, SIG_DFL);
-                setitimer(ITIMER_REAL, &soon, nullptr);
-            }
+            if (kills && child == 1) die_in(1 + i * 37 % 6000);
             try {
                 return both[child]->work(sets, std::to_string(2 * i + child)).saved ? 0 : 1;
             } catch (const std::exception &) {
@@ -175,7 +169,7 @@ TEST(editing, saves_nothing_over_a_file_that_was_changed_since) {
              fs::last_write_time(sets.file(), time);
          },
          false},
-        {"touched", [](const Sets &sets) { fs::last_write_time(sets.file(), fs::file_time_type::clock::now()); }, true},
+        {"touched", [](const Sets &sets) { age(sets.file(), 0); }, true},
         {"gone", [](const Sets &sets) { fs::remove(sets.file()); }, false},
         {"no symbol file any more", [](const Sets &sets) { sets.put("rei.kig", "x"); }, false},
     };
@@ -240,9 +234,7 @@ TEST(editing, waits_for_another_and_says_so_and_can_be_stopped) {
 
 TEST(editing, leaves_of_a_killed_process_what_is_not_saved_and_nothing_of_a_living_one) {
     const Sets sets;
-    for (const auto &file : fs::directory_iterator(sets.program)) {
-        fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::seconds(30));
-    }
+    age(sets.file(), 30);
     in_children(1, [&](int) {
         Edit edit(sets.directories(), {}, {});
         append(edit, "※");
@@ -250,13 +242,11 @@ TEST(editing, leaves_of_a_killed_process_what_is_not_saved_and_nothing_of_a_livi
     });
     ASSERT_EQ(sets.temp_files().size(), 1U);
     EXPECT_TRUE(sweep_leftovers(sets.directories()).empty()) << "a moment old";
-    fs::last_write_time(sets.temp_files()[0], fs::file_time_type::clock::now() - std::chrono::seconds(10));
+    age(sets.temp_files()[0]);
     {
         Edit living(sets.directories(), {}, {});
         append(living, "★");
-        for (const auto &file : sets.temp_files()) {
-            fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::seconds(10));
-        }
+        for (const auto &file : sets.temp_files()) age(file);
         const auto left = sweep_leftovers(sets.directories());
         ASSERT_EQ(left.size(), 1U);
         EXPECT_EQ(left[0].title, "例");

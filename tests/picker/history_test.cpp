@@ -2,10 +2,8 @@
 #include "picker/history.h"
 
 #include <gtest/gtest.h>
-#include <sys/time.h>
 
 #include <algorithm>
-#include <csignal>
 
 #include "fuzz/odd_files.h"
 #include "picker/set_import.h"
@@ -64,6 +62,7 @@ void import(Edit &edit) {
 TEST(history, takes_back_each_kind_of_edit_and_makes_it_again) {
     EditOptions as;
     as.as = "写し";
+    const std::vector<Sjis> stars{to_sjis("★"), to_sjis("☆")};
     struct Case {
         const char *name;
         std::string path; /**< empty: nothing is opened */
@@ -80,10 +79,7 @@ TEST(history, takes_back_each_kind_of_edit_and_makes_it_again) {
         {"put", "例/甲/乙", putting("→←↑↓", false)},
         {"put nothing", "例/甲/乙", [](Edit &edit) { edit.put({}, false); }},
         {"append", "例/甲/乙", putting("★")},
-        {"copy", "例/丙",
-         [](Edit &edit) {
-             edit.copy({to_sjis("★"), to_sjis("☆")});
-         }},
+        {"copy", "例/丙", [&](Edit &edit) { edit.copy(stars); }},
         {"import", "例", import},
         {"make", "", make, {}, true},
         {"make and import", "", [=](Edit &edit) { make(edit), import(edit); }, {}, true},
@@ -231,9 +227,7 @@ TEST(history, keeps_a_step_that_could_not_be_taken) {
     int killed = 0;
     for (int round = 0; round < 24; ++round) {
         in_children(1, [&](int) {
-            const itimerval soon{{0, 0}, {0, 1 + round * 331 % 8000}};
-            signal(SIGALRM, SIG_DFL);
-            setitimer(ITIMER_REAL, &soon, nullptr);
+            die_in(1 + round * 331 % 8000);
             sets.history.undo({});
             return 0;
         });
@@ -297,41 +291,14 @@ bool any_edit(Sets &sets, Choice &choice, OddFiles &odd) {
         if (path.empty()) return false; // a file without a title
         EditOptions options;
         if (choice.one_in(8)) options.as = title().text;
-        switch (choice.below(8)) {
-            case 0:
-                return sets.history.delete_set(set.title, {}, {}).saved;
-            case 1:
-                return sets
-                    .edit(
-                        "", [&](Edit &edit) { edit.create(title()), import_odd(edit); }, options)
-                    .saved;
-            case 2:
-                return sets
-                    .edit(
-                        "", [&](Edit &edit) { edit.open(set.title), import_odd(edit); }, options)
-                    .saved;
-            case 3:
-                return sets
-                    .edit(
-                        path, [&](Edit &edit) { edit.add(title()); }, options)
-                    .saved;
-            case 4:
-            case 5:
-                return sets
-                    .edit(
-                        path, [&](Edit &edit) { edit.rename(title()); }, options)
-                    .saved;
-            case 6:
-                return sets
-                    .edit(
-                        path, [&](Edit &edit) { edit.remove(); }, options)
-                    .saved;
-            default:
-                return sets
-                    .edit(
-                        path, [&](Edit &edit) { edit.put(sjis(odd.new_data()), choice.one_in(2)); }, options)
-                    .saved;
-        }
+        const std::function<void(Edit &)> of_title[] = {[&](Edit &edit) { edit.add(title()); }, [&](Edit &edit) { edit.rename(title()); },
+                                                        [&](Edit &edit) { edit.rename(title()); }, [&](Edit &edit) { edit.remove(); },
+                                                        [&](Edit &edit) { edit.put(sjis(odd.new_data()), choice.one_in(2)); }};
+        const std::function<void(Edit &)> of_file[] = {[&](Edit &edit) { edit.create(title()), import_odd(edit); },
+                                                       [&](Edit &edit) { edit.open(set.title), import_odd(edit); }};
+        const std::size_t kind = choice.below(8);
+        if (kind == 0) return sets.history.delete_set(set.title, {}, {}).saved;
+        return (kind < 3 ? sets.edit("", of_file[kind - 1], options) : sets.edit(path, of_title[kind - 3], options)).saved;
     } catch (const Failure &) {
         return false; // the library or the core refuses it
     }

@@ -2,12 +2,9 @@
 #include "picker/recents.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/time.h>
 
 #include <algorithm>
-#include <csignal>
 
 #include "picker/codes.h"
 #include "picker/folder_lock.h"
@@ -119,9 +116,7 @@ TEST(recents, of_a_damaged_file_stay_when_the_disk_is_full) {
     for (const char *const when : {"first", "again"}) {
         EXPECT_EQ(in_children(1,
                               [&](int) {
-                                  signal(SIGXFSZ, SIG_IGN);
-                                  const rlimit none{0, 0};
-                                  setrlimit(RLIMIT_FSIZE, &none);
+                                  limit_files(0);
                                   const RecentPicks picks = state.add("★");
                                   return !picks.done && text_of(picks) == "81A8 " ? 0 : 1;
                               })[0],
@@ -173,11 +168,7 @@ TEST(recents, lose_none_of_two_processes_and_stand_a_kill) {
         };
         std::vector<Sjis> expected = state.recents().read().symbols;
         const auto codes = in_children(2, [&](int child) {
-            if (kills && child == 1) {
-                const itimerval soon{{0, 0}, {0, 1 + round * 1237 % 9000}};
-                signal(SIGALRM, SIG_DFL);
-                setitimer(ITIMER_REAL, &soon, nullptr);
-            }
+            if (kills && child == 1) die_in(1 + round * 1237 % 9000);
             for (int i = 0, tries = 0; i < 8; ++i) {
                 while (!state.recents().add(symbol(child, i)).done) { // the disk may be slow
                     if (++tries == 50) return 1;
@@ -194,8 +185,7 @@ TEST(recents, lose_none_of_two_processes_and_stand_a_kill) {
         for (const Sjis &one : expected) EXPECT_EQ(std::ranges::count(picks.symbols, one), 1) << "round " << round;
     }
     write_file(state.folder / ".accsym-save-1-w0", "819A"); // of one that was killed as it wrote
-    for (const auto &entry : fs::directory_iterator(state.folder))
-        fs::last_write_time(entry, fs::file_time_type::clock::now() - std::chrono::seconds(10));
+    for (const auto &entry : fs::directory_iterator(state.folder)) age(entry);
     state.add("→");
     EXPECT_EQ(files_in(state.folder).size(), 2U) << "nothing of the killed";
 }

@@ -3,9 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
-
-#include <csignal>
 #include <set>
 
 #include "picker/backup.h"
@@ -17,10 +14,6 @@ namespace kigou {
 namespace {
 
 namespace fs = std::filesystem;
-
-void age(const fs::path &file) {
-    fs::last_write_time(file, fs::file_time_type::clock::now() - std::chrono::seconds(10));
-}
 
 /** A workspace with the set 例, which has an arrow. */
 struct Sets : Workspace {
@@ -67,7 +60,7 @@ TEST(recovery, keeps_each_older_edit_of_a_set_once_and_under_a_name_of_its_own) 
 TEST(recovery, removes_a_beginning_of_the_set_that_was_never_edited) {
     for (const bool edited : {false, true}) {
         const Sets sets;
-        fs::last_write_time(sets.file, fs::file_time_type::clock::now() - std::chrono::seconds(20));
+        age(sets.file, 20);
         sets.leave_edit(edited ? "※" : "→");
         ASSERT_EQ(sets.temp_files().size(), 1U);
         const fs::path left = sets.temp_files().front();
@@ -88,9 +81,7 @@ TEST(recovery, leaves_an_edit_where_it_is_and_the_kept_ones_when_the_disk_is_ful
     for (const char *const symbol : {"★", "※"}) sets.leave_edit(symbol);
     EXPECT_EQ(in_children(1,
                           [&](int) {
-                              signal(SIGXFSZ, SIG_IGN);
-                              const rlimit none{0, 0};
-                              setrlimit(RLIMIT_FSIZE, &none);
+                              limit_files(0);
                               std::multiset<bool> is_kept;
                               for (const Leftover &left : sets.sweep()) is_kept.insert(!left.kept.empty());
                               return is_kept == std::multiset<bool>{false, true} ? 0 : 1;

@@ -2,9 +2,12 @@
 #ifndef TESTS_SUPPORT_CHILDREN_H
 #define TESTS_SUPPORT_CHILDREN_H
 
+#include <sys/resource.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <csignal>
 #include <vector>
 
 /** Runs body(0), body(1), ... side by side in a process each. @return their exit codes; -1 for a crash */
@@ -22,6 +25,23 @@ std::vector<int> in_children(int count, Body body) {
         codes.push_back(WIFEXITED(status) ? WEXITSTATUS(status) : -1);
     }
     return codes;
+}
+
+/** This process is killed soon; the signal's own handler is gone. */
+inline void die_in(int microseconds) {
+    const itimerval soon{{0, 0}, {0, microseconds}};
+    signal(SIGALRM, SIG_DFL);
+    setitimer(ITIMER_REAL, &soon, nullptr);
+}
+
+/** From now on no file of this process may have more bytes. @return how it was */
+inline rlimit limit_files(rlim_t bytes) {
+    signal(SIGXFSZ, SIG_IGN);
+    rlimit room{};
+    getrlimit(RLIMIT_FSIZE, &room);
+    const rlimit less{bytes, room.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &less);
+    return room;
 }
 
 /** Whether a body holds when a user runs it whom permissions bind; root could do everything. */

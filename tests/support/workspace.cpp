@@ -1,5 +1,6 @@
 #include "tests/support/workspace.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -43,6 +44,10 @@ std::string read_file(const fs::path &path) {
 
 void write_file(const fs::path &path, const std::string &bytes) {
     std::ofstream(path, std::ios::binary) << bytes;
+}
+
+void age(const fs::path &path, int seconds) {
+    fs::last_write_time(path, fs::file_time_type::clock::now() - std::chrono::seconds(seconds));
 }
 
 std::map<std::string, std::string> files_in(const fs::path &directory) {

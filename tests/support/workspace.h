@@ -27,6 +27,9 @@ class Workspace {
 std::string read_file(const std::filesystem::path &path);
 void write_file(const std::filesystem::path &path, const std::string &bytes);
 
+/** Makes a file older than now. */
+void age(const std::filesystem::path &path, int seconds = 10);
+
 /** Name and content of every file of a directory; none when it does not exist. */
 std::map<std::string, std::string> files_in(const std::filesystem::path &directory);
 

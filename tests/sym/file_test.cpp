@@ -1,9 +1,7 @@
 // Creating, saving and deleting symbol files.
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
-#include <csignal>
 #include <set>
 
 #include "support/children.h"
@@ -147,10 +145,7 @@ TEST(save, leaves_a_file_alone_whose_directory_or_self_cannot_be_written) {
 
 // No file may grow; or all that is seen of it is a flush that fails.
 TEST(full_disk, shows_in_every_command_that_writes) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit kept;
-    getrlimit(RLIMIT_FSIZE, &kept);
-    const rlimit none = {10, kept.rlim_max};
+    const rlimit kept = limit_files(RLIM_INFINITY);
     for (const bool in_flush_alone : {false, true}) {
         Editing e(worked_example());
         e.focus("例／矢印");
@@ -160,7 +155,7 @@ TEST(full_disk, shows_in_every_command_that_writes) {
         if (in_flush_alone) {
             acc::set_fault_hook([](acc::Operation operation) { return operation == acc::Operation::flush; });
         } else {
-            setrlimit(RLIMIT_FSIZE, &none);
+            limit_files(10);
         }
         note(e.edit(ACC_VKEY_DATA_REGISTER, "☆"));
         note(e.save("例"));

@@ -3,10 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <sys/resource.h>
-
 #include <algorithm>
-#include <csignal>
 #include <sstream>
 
 #include "tests/support/children.h"
@@ -366,14 +363,10 @@ TEST_F(PickingTest, knows_what_a_question_was_asked_of) {
 /** What a full disk keeps from being undone can be undone when there is room. */
 TEST_F(PickingTest, tries_an_undo_again) {
     const auto undone = [&] {
-        signal(SIGXFSZ, SIG_IGN);
         Shelf all = shelf();
         Picking picking(all, "私／単位");
         run(picking, "remove");
-        rlimit room{};
-        getrlimit(RLIMIT_FSIZE, &room);
-        const rlimit none{0, room.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &none);
+        const rlimit room = limit_files(0);
         run(picking, "undo undo");
         const bool refused = drawn(picking, 1).find("[℃]") == std::string::npos;
         setrlimit(RLIMIT_FSIZE, &room);
@@ -386,7 +379,7 @@ TEST_F(PickingTest, tries_an_undo_again) {
 /** Edits of killed processes are asked for one by one; what is not kept stays. */
 TEST_F(PickingTest, offers_what_was_never_saved) {
     const Directories directories{workspace.program, workspace.common, workspace.user};
-    fs::last_write_time(workspace.common / "b.kig", fs::file_time_type::clock::now() - std::chrono::seconds(20));
+    age(workspace.common / "b.kig", 20);
     for (const char *const symbol : {"※", "★", "☆"}) {
         in_children(1, [&](int) {
             Edit edit(directories, {}, {});
@@ -395,8 +388,7 @@ TEST_F(PickingTest, offers_what_was_never_saved) {
             return raise(SIGKILL);
         });
     }
-    for (const fs::path &left : workspace.temp_files())
-        fs::last_write_time(left, fs::file_time_type::clock::now() - std::chrono::seconds(10));
+    for (const fs::path &left : workspace.temp_files()) age(left);
     Shelf all = shelf();
     Picking picking(all);
     std::vector<Leftover> leftovers = sweep_leftovers(directories);
