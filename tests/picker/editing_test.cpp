@@ -280,70 +280,53 @@ void add_one_by_one(const Sets &sets, const std::vector<SetBlock> &blocks) {
     }
 }
 
-TEST(editing, imports_as_if_the_titles_were_added_one_by_one) {
+TEST(editing, imports_as_if_the_titles_were_added_one_by_one_or_nothing) {
     const std::vector<SetBlock> blocks{{typed_title("龠").sjis, data_of("→"), ""},
                                        {typed_title("龠／龝").sjis, data_of("←"), ""},
                                        {typed_title("A／龠").sjis, data_of("↑"), ""}};
-    int compared = 0;
-    for (std::uint64_t i = 0; i < 120; ++i) {
+    int imported = 0, compared = 0, refused = 0;
+    for (std::uint64_t i = 0; i < 150; ++i) {
+        SCOPED_TRACE("odd file " + std::to_string(i));
         Choice choice(11, i);
-        OddFiles files(choice);
-        const std::string bytes = files.symbol_file("T");
+        const std::string bytes = OddFiles(choice).symbol_file("T");
         const Sets one, other;
         one.put("rei.kig", bytes);
         other.put("rei.kig", bytes);
         if (find_sets(one.directories()).sets.empty()) continue;
+        const Snapshot before = one.snapshot();
+        const std::vector<SetBlock> added(blocks.begin(), blocks.end() - (before.find(typed_title("T／A").sjis) ? 0 : 1));
         try {
-            const bool has_a = one.snapshot().find(typed_title("T／A").sjis).has_value();
-            const std::vector<SetBlock> added(blocks.begin(), blocks.end() - (has_a ? 0 : 1));
-            add_one_by_one(one, added);
             Edit edit(other.directories(), {}, {});
-            edit.open(edit.sets().sets.front().title);
+            edit.open(before.file());
             LeftOutList left_out;
             import_set(edit, {{}, added}, left_out);
             edit.finish();
-            EXPECT_EQ(left_out.count(), 0U) << "odd file " << i;
-            EXPECT_EQ(read_file(other.file().string()).bytes, read_file(one.file().string()).bytes) << "odd file " << i;
-            ++compared;
+            EXPECT_EQ(left_out.count(), 0U);
         } catch (const Failure &) {
-            continue; // the library does not open it, or would lose something of it
-        }
-    }
-    EXPECT_GT(compared, 30);
-}
-
-TEST(editing, imports_nothing_where_a_save_would_lose_something) {
-    int imported = 0, refused = 0;
-    for (std::uint64_t i = 0; i < 150; ++i) {
-        Choice choice(12, i);
-        const std::string bytes = OddFiles(choice).symbol_file("T");
-        const Sets sets;
-        sets.put("rei.kig", bytes);
-        if (find_sets(sets.directories()).sets.empty()) continue;
-        const Snapshot before = sets.snapshot();
-        try {
-            Edit edit(sets.directories(), {}, {});
-            edit.open(before.file());
-            LeftOutList left_out;
-            import_set(edit, {{}, {{typed_title("龠").sjis, data_of("→"), ""}}}, left_out);
-            edit.finish();
-        } catch (const Failure &) {
-            EXPECT_EQ(::read_file(sets.file()), bytes) << "odd file " << i;
+            EXPECT_EQ(::read_file(other.file()), bytes);
             ++refused;
             continue;
         }
         ++imported;
-        const Snapshot after = sets.snapshot();
-        EXPECT_EQ(bytes.find('\0'), std::string::npos) << "odd file " << i;
-        EXPECT_EQ(after.size(), before.size() + 1) << "odd file " << i;
+        const Snapshot after = other.snapshot();
+        EXPECT_EQ(bytes.find('\0'), std::string::npos);
+        EXPECT_EQ(after.size(), before.size() + added.size());
         for (std::size_t number = 0; number < before.size(); ++number) {
             const auto there = after.find(before.path_of(number));
-            ASSERT_TRUE(there) << "odd file " << i << ", " << before.title(number).text;
+            ASSERT_TRUE(there) << before.title(number).text;
             const auto first = before.find(before.path_of(number));
-            EXPECT_TRUE(std::ranges::equal(after.data(*there), before.data(*first))) << "odd file " << i;
+            EXPECT_TRUE(std::ranges::equal(after.data(*there), before.data(*first)));
+        }
+        try {
+            add_one_by_one(one, added);
+            EXPECT_EQ(::read_file(other.file()), ::read_file(one.file()));
+            ++compared;
+        } catch (const Failure &) {
+            continue; // the library adds no title below one without a parent
         }
     }
     EXPECT_GT(imported, 50);
+    EXPECT_GT(compared, 30);
     EXPECT_GT(refused, 5);
 }
 

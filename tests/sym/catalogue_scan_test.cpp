@@ -107,12 +107,4 @@ TEST(new_file, goes_nowhere_without_a_common_directory) {
     EXPECT_FALSE(fs::exists("@0000000.kig"));
 }
 
-TEST(new_name, has_a_number_that_no_listed_file_of_either_directory_carries) {
-    Editing e(worked_example());
-    write_file(e.ws.common / "@0000000.kig", "no symbol file");
-    e.ws.put("@0000001.kig", symbol_file("他"));
-    EXPECT_EQ(e.save("新"), 1) << e.host.message();
-    EXPECT_TRUE(fs::exists(e.ws.common / "@0000002.kig"));
-}
-
 } // namespace

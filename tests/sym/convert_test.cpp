@@ -1,6 +1,9 @@
 // Appending old-format files.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include "support/editing.h"
 #include "support/text.h"
 
@@ -66,6 +69,8 @@ TEST(conversion, refuses_what_it_cannot_keep_whole) {
         titles100 += "［T" + std::to_string(i) + "］\r\n";
     }
     const std::string filler(32767, 'x');
+    std::string keys; // each run of ten holds the beginning of the next key
+    while (keys.size() < 32000) keys += "sel1=sel2=sel3=sel4=";
     const struct {
         const char *name;
         std::string old; // Shift_JIS
@@ -80,6 +85,11 @@ TEST(conversion, refuses_what_it_cannot_keep_whole) {
         {"hyphens that read as an end line", to_sjis("［T］\r\n") + "sel1=--------------------\r\nsel1=--------------------\r\n", false},
         {"a NUL", to_sjis("［T］\r\nsel1=") + std::string("a\0", 2) + "\r\n", false},
         {"a title that would read as two levels", to_sjis("［T／U］\r\n"), false},
+        {"a title with a line end in it", to_sjis("［T\nU］\r\nsel1=★\r\n"), false},
+        {"a title with an opening bracket in it", to_sjis("［T［U］\r\nsel1=★\r\n"), false},
+        {"a title that EUC-JP cannot hold", to_sjis("［") + "\xF0\x40" + to_sjis("］\r\n"), false},
+        {"a CR for the second byte of a symbol", to_sjis("［T］\r\nsel1=★") + "x\r\n", false},
+        {"more symbols than an edit takes", to_sjis("［T］\r\n") + keys, false},
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.name);
@@ -91,6 +101,14 @@ TEST(conversion, refuses_what_it_cannot_keep_whole) {
         before.edited = after.edited; // the blocks' shape is judged late
         EXPECT_EQ(after == before, !c.converted);
     }
+}
+
+TEST(conversion, does_not_wait_for_a_pipe) {
+    Editing e(open_file);
+    ASSERT_EQ(mkfifo("x.ini", 0600), 0);
+    alarm(20);
+    EXPECT_EQ(e.edit(ACC_VKEY_FILE_CONVERT, "x.ini"), 0);
+    alarm(0);
 }
 
 TEST(conversion, needs_a_free_name_in_the_common_directory) {

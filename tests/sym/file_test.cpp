@@ -62,18 +62,20 @@ TEST(save, gives_a_new_title_a_free_name) {
     const struct {
         const char *name;
         Names listed, unlisted;
-        const char *expected;
+        const char *expected, *in_program = "a.txt";
     } cases[] = {
         {"none", {}, {}, "@0000000.kig"},
         {"after a run", {"@0000000.kig", "@0000001.kig", "@0000002.kig"}, {}, "@0000003.kig"},
         {"in a gap", {"@0000000.kig", "@0000001.kig", "@0000003.kig"}, {}, "@0000002.kig"},
         {"before all", {"@0000001.kig", "@0000002.kig"}, {}, "@0000000.kig"},
+        {"behind one of the program's", {}, {"@0000000.kig"}, "@0000002.kig", "@0000001.kig"},
         {"names that are taken though not listed", {"@0000000.kig"}, {"@0000001.kig", "@0000002.kig"}, "@0000003.kig"},
     };
     for (const auto &c : cases) {
         Editing e(symbol_file("例"));
         for (const std::string &name : c.listed) write_file(e.ws.common / name, symbol_file(name));
         for (const std::string &name : c.unlisted) write_file(e.ws.common / name, "no symbol file");
+        e.ws.put(c.in_program, symbol_file("他"));
         Files expected = files_in(e.ws.common);
         expected[c.expected] = symbol_file("新");
         EXPECT_EQ(e.save("新"), 1) << c.name;

@@ -146,6 +146,20 @@ TEST(open, leaves_no_temp_file_behind_a_host_that_ends_without_closing) {
     EXPECT_EQ(ws.temp_files().size(), 1u);
 }
 
+TEST(open, finds_the_temp_file_of_a_relative_directory_from_elsewhere) {
+    Workspace ws;
+    ws.put("a.kig", worked_example());
+    setenv("TMPDIR", "temp", 1);
+    Host host(ws);
+    ASSERT_EQ(host.open("例"), 1);
+    EXPECT_EQ(ws.temp_files().size(), 1u);
+    fs::current_path("program");
+    host.string(1, "Z");
+    EXPECT_EQ(host.run(ACC_VKEY_TITLE_ADD), 2) << "here is no such directory";
+    EXPECT_EQ(host.close(), 1);
+    EXPECT_TRUE(ws.temp_files().empty());
+}
+
 TEST(open, completes_a_file_that_stops_anywhere_behind_its_title) {
     const std::string whole = symbol_file("例", block("A", "→\n") + block("B", "→a--b\n--"));
     for (std::size_t cut = symbol_file("例").size() - 1; cut <= whole.size(); ++cut) {

@@ -103,6 +103,7 @@ TEST(refused_command, says_why_and_leaves_everything_as_it_was) {
         {change, with_file, "A", 2, exists, list2("例／無")},
         {change, with_file, "A", 2, input_error, list2("例")}, // list 1 renames the file
         {change, without, "A", 2, not_open},
+        {change, without, "", 2, input_error},
         {remove_title, with_file, "", 2, parent_stays},
         {remove_title, with_file, "", 2, parent_stays, list2("例")},
         {remove_title, with_file, "", 2, exists, list2("例／無")},

@@ -114,45 +114,30 @@ class Editor {
         return text_form(jis);
     }
 
-    void edit(TitleNode &tree, std::set<Sjis> &added) {
+    void edit(TitleNode &tree) {
         TitleNode *at = &tree;
         while (!at->below.empty() && choice_.below(3) != 0) at = &at->below[choice_.below(at->below.size())];
-        const std::size_t symbols = at->data.size() / 2;
-        const auto place = at->data.begin() + static_cast<std::ptrdiff_t>(2 * choice_.below(symbols + 1));
-        switch (choice_.below(7)) {
-            case 6:
-                if (at != &tree) at->data.insert(place, {'\r', '\n'});
-                break;
-            case 0:
-            case 1:
-                if (at == &tree) break;
-                added.insert(fresh_into(*at, place));
-                break;
-            case 2:
-                if (place != at->data.end()) at->data.erase(place, place + 2);
-                break;
-            case 3: {
-                TitleNode title{fresh(), {}, {}};
-                added.insert(fresh_into(title, title.data.begin()));
-                at->below.insert(at->below.begin() + static_cast<std::ptrdiff_t>(choice_.below(at->below.size() + 1)), title);
-                break;
-            }
-            case 4:
-                if (!at->below.empty() && choice_.below(3) == 0)
-                    at->below.erase(at->below.begin() + static_cast<std::ptrdiff_t>(choice_.below(at->below.size())));
-                break;
-            default:
-                if (at != &tree && choice_.below(2) == 0) at->name = fresh();
+        const auto offset = [&](std::size_t limit) { return static_cast<std::ptrdiff_t>(choice_.below(limit)); };
+        const auto place = at->data.begin() + 2 * offset(at->data.size() / 2 + 1);
+        const auto below = at->below.begin() + offset(at->below.size() + 1);
+        const std::size_t kind = choice_.below(7);
+        if (kind == 0) {
+            at->below.insert(below, {fresh(), fresh(), {}});
+        } else if (kind == 1) {
+            if (below != at->below.end() && choice_.one_in(3)) at->below.erase(below);
+        } else if (at == &tree) {
+            return;
+        } else if (kind == 2) {
+            if (choice_.one_in(2)) at->name = fresh();
+        } else if (kind == 3) {
+            if (place != at->data.end()) at->data.erase(place, place + 2);
+        } else {
+            const Sjis added = kind == 4 ? Sjis{'\r', '\n'} : fresh();
+            at->data.insert(place, added.begin(), added.end());
         }
     }
 
   private:
-    Sjis fresh_into(TitleNode &title, Sjis::iterator place) {
-        const Sjis symbol = fresh();
-        title.data.insert(place, symbol.begin(), symbol.end());
-        return symbol;
-    }
-
     Choice choice_;
     unsigned next_;
 };
@@ -168,12 +153,11 @@ TEST(set_merge, loses_nothing_of_random_edits) {
     int clean = 0;
     for (std::uint64_t seed = 1; seed <= 600; ++seed) {
         Editor maker(seed, 0), left(seed, 1000), right(seed, 2000);
-        std::set<Sjis> in_base, by_ours, by_theirs;
         TitleNode base{text_form(Sjis{0xA4, 0xA2}), {}, {}};
-        for (int i = 0; i < 30; ++i) maker.edit(base, in_base);
+        for (int i = 0; i < 30; ++i) maker.edit(base);
         TitleNode ours = base, theirs = base;
-        for (int i = 0; i < 6; ++i) left.edit(ours, by_ours);
-        for (int i = 0; i < 6; ++i) right.edit(theirs, by_theirs);
+        for (int i = 0; i < 6; ++i) left.edit(ours);
+        for (int i = 0; i < 6; ++i) right.edit(theirs);
         const MergedSet merged = merged_sets(set_of(base), set_of(ours), set_of(theirs));
         const MergedSet other_way = merged_sets(set_of(base), set_of(theirs), set_of(ours));
         const std::set<Sjis> all = symbols_of(tree_of(merged.set, "merged"));
