@@ -67,8 +67,6 @@ DIALOGUES = [
 
 EDITING = [
     ("b", None),
-    ("n", ["new set, a dot for none: "]),
-    (".", ["nothing changed; items 1 to 2 of 2"]),
     ("new", ["new set, a dot for none: "]),
     ("私", ["made the symbol file 私", "私", "nothing here"]),
     ("n", ["new title, a dot for none: "]),
