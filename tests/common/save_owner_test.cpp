@@ -2,14 +2,11 @@
 #include <grp.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <filesystem>
-#include <fstream>
 
 #include "common/save_file.h"
+#include "support/children.h"
 #include "support/text.h"
+#include "support/workspace.h"
 
 namespace {
 
@@ -32,29 +29,23 @@ TEST(SavedFile, keeps_its_group_or_gives_that_of_the_saver_nothing) {
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.saver);
-        std::string directory = std::filesystem::temp_directory_path() / "save_owner_XXXXXX";
-        ASSERT_NE(mkdtemp(directory.data()), nullptr);
-        ASSERT_EQ(chmod(directory.c_str(), 0777), 0);
-        const std::string name = directory + "/a.kig";
-        std::ofstream(name) << "old";
+        const Workspace ws;
+        for (const auto &path : {ws.root, ws.common}) std::filesystem::permissions(path, std::filesystem::perms::all);
+        const std::string name = ws.common / "a.kig";
+        write_file(name, "old");
         ASSERT_EQ(chown(name.c_str(), 1001, 2000), 0);
         ASSERT_EQ(chmod(name.c_str(), c.mode), 0);
-        const pid_t child = fork();
-        if (child == 0) {
+        const auto save = [&](int) {
             const bool changed = setgroups(1, &c.also) == 0 && setgid(c.gid) == 0 && setuid(c.uid) == 0;
-            const std::string fresh = "new";
-            _exit(changed && acc::replace_file(bytes(name), {bytes(fresh), fresh.size()}) == acc::SaveResult::saved ? 0 : 1);
-        }
-        int status = 0;
-        waitpid(child, &status, 0);
-        EXPECT_EQ(status, 0);
+            return changed && acc::replace_file(bytes(name), {bytes("new"), 3}) == acc::SaveResult::saved ? 0 : 1;
+        };
+        EXPECT_EQ(in_children(1, save)[0], 0);
         struct stat saved;
         ASSERT_EQ(stat(name.c_str(), &saved), 0);
         EXPECT_EQ(saved.st_size, 3);
         EXPECT_EQ(saved.st_uid, c.expected_uid);
         EXPECT_EQ(saved.st_gid, c.expected_gid);
         EXPECT_EQ(saved.st_mode & 07777, c.expected_mode);
-        std::filesystem::remove_all(directory);
     }
 }
 

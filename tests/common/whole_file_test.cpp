@@ -2,31 +2,30 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <fstream>
 
 #include "common/faults.h"
 #include "common/stream.h"
 #include "support/text.h"
+#include "support/workspace.h"
 
 namespace {
 
 using acc::Operation;
 using Result = acc::WholeFile::Result;
 
-std::string name; // of the file that is read
 bool grown;
 
 /** The file grows once, when its size has been looked at. */
 bool grow(Operation operation) {
     if (operation == Operation::read && !std::exchange(grown, true)) {
-        std::ofstream(name, std::ios::binary | std::ios::app) << std::string(5000, 'b');
+        std::ofstream("a", std::ios::app) << std::string(5000, 'b');
     }
     return false;
 }
 
 TEST(WholeFile, is_read_from_where_the_handle_stands_to_its_end) {
-    name = std::filesystem::temp_directory_path() / "whole_file_test";
+    const Workspace ws;
     const struct {
         const char *what;
         std::size_t bytes;
@@ -47,8 +46,8 @@ TEST(WholeFile, is_read_from_where_the_handle_stands_to_its_end) {
     };
     for (const auto &c : cases) {
         SCOPED_TRACE(c.what);
-        std::ofstream(name, std::ios::binary) << std::string(c.bytes, 'a');
-        const acc::OpenFile file(CM_open(bytes(name), "rb"));
+        write_file("a", std::string(c.bytes, 'a'));
+        const acc::OpenFile file(CM_open(bytes("a"), "rb"));
         ASSERT_EQ(CM_seek(file.handle(), c.from, 0), 0);
         grown = false;
         acc::set_fault_hook(c.hook);
@@ -57,7 +56,6 @@ TEST(WholeFile, is_read_from_where_the_handle_stands_to_its_end) {
         EXPECT_EQ(whole.result, c.result);
         EXPECT_EQ(whole.length, c.read);
         EXPECT_TRUE(!whole || whole.bytes[c.read] == 0);
-        std::filesystem::remove(name);
     }
 }
 

@@ -32,11 +32,10 @@ TEST(check, lists_what_is_wrong_by_line) {
     std::string of_300_bytes, of_70000_bytes;
     for (int i = 0; i < 150; ++i) of_300_bytes += "長";
     for (int i = 0; i < 35000; ++i) of_70000_bytes += "★";
-    struct Case {
+    const struct {
         const char *name;
         std::string text, findings; /**< line and kind, "!" when an edit could lose what stands there */
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"clean", head + block("甲", "→\n←\n") + block("甲／乙", ""), ""},
         {"clean though the last line has no end", head + block("甲", "→←"), ""},
         {"wrong head", "記号\n名称=例\n", "1 head"},
@@ -71,7 +70,7 @@ TEST(check, lists_what_is_wrong_by_line) {
         {"NUL", head + block("甲", "→\n\2") + "rest", "3 unterminated, 6 nul!"},
         {"no EUC-JP", head + block("甲", "→\3A\n←\n\3B\n"), "5 encoding!, 7 encoding!"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         std::string findings;
         for (const Finding &finding : check_symbol_file(bytes_of(c.text)).findings) {
             findings += (findings.empty() ? "" : ", ") + std::to_string(finding.line) + " " + finding.kind + (finding.unsafe ? "!" : "");

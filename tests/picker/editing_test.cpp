@@ -5,7 +5,6 @@
 
 #include "fuzz/odd_files.h"
 #include "picker/recovery.h"
-#include "picker/set_import.h"
 #include "picker/symbol_data.h"
 #include "tests/picker/edits.h"
 #include "tests/support/children.h"
@@ -20,7 +19,7 @@ namespace fs = std::filesystem;
 struct Sets : Workspace {
     Sets() { put("rei.kig", symbol_file("例", block("甲", "→\n") + block("乙") + block("左") + block("右"))); }
 
-    Directories directories() const { return {program, common, user}; }
+    Directories directories() const { return directories_of(*this); }
     fs::path file() const { return program / "rei.kig"; }
     Snapshot snapshot() const { return Snapshot(file()); }
 
@@ -78,9 +77,8 @@ const Work works[] = {
      [](const Sets &sets, const std::string &number) { return is_set(sets, "新" + number); }},
     {[](const Sets &sets, const std::string &number) {
          return edited(sets, [&](Edit &edit) {
-             LeftOutList left_out;
              edit.open(typed_title("例"));
-             import_set(edit, {{}, {{typed_title("取" + number).sjis, data_of("※"), ""}}}, left_out);
+             import_blocks(edit, {{typed_title("取" + number).sjis, data_of("※"), ""}});
          });
      },
      [](const Sets &sets, const std::string &number) { return sets.symbols("例／取" + number) == "※"; }},
@@ -152,12 +150,11 @@ TEST(editing, makes_one_file_of_a_title_that_two_want) {
 }
 
 TEST(editing, saves_nothing_over_a_file_that_was_changed_since) {
-    struct Case {
+    const struct {
         const char *name;
         std::function<void(const Sets &)> change;
         bool saved;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"not changed", [](const Sets &) {}, true},
         {"written anew with other symbols",
          [](const Sets &sets) { sets.put("rei.kig", symbol_file("例", block("甲", "←\n") + block("乙"))); }, false},
@@ -173,7 +170,7 @@ TEST(editing, saves_nothing_over_a_file_that_was_changed_since) {
         {"gone", [](const Sets &sets) { fs::remove(sets.file()); }, false},
         {"no symbol file any more", [](const Sets &sets) { sets.put("rei.kig", "x"); }, false},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         const Sets sets;
         Edit edit(sets.directories(), {}, {});
         append(edit, "※");
@@ -298,10 +295,8 @@ TEST(editing, imports_as_if_the_titles_were_added_one_by_one_or_nothing) {
         try {
             Edit edit(other.directories(), {}, {});
             edit.open(before.file());
-            LeftOutList left_out;
-            import_set(edit, {{}, added}, left_out);
+            import_blocks(edit, added);
             edit.finish();
-            EXPECT_EQ(left_out.count(), 0U);
         } catch (const Failure &) {
             EXPECT_EQ(::read_file(other.file()), bytes);
             ++refused;

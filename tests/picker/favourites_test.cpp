@@ -76,14 +76,13 @@ TEST(favourites, keep_what_a_person_did_by_hand) {
         return [=](const Favourites &own) { return own.move(to_sjis(symbol), place, {}); };
     };
     const std::string two = block("甲", "→←\n★\n") + block("甲／乙") + block("丙", "★☆\n※\n");
-    struct Case {
+    const struct {
         const char *name;
         std::string blocks;
         Act act;
         std::string layout, symbols;
         bool saved = true;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"add to the first title", two, add("↑"), "甲:→←|★↑| 乙: 丙:★☆|※|", "→←★↑☆※"},
         {"add what another title has", two, add("※"), "甲:→←|★| 乙: 丙:★☆|※|", "→←★☆※", false},
         {"add to an empty title", block("甲"), add("↑"), "甲:↑|", "↑"},
@@ -102,7 +101,7 @@ TEST(favourites, keep_what_a_person_did_by_hand) {
         {"move what is not there", two, move("↑", 0), "甲:→←|★| 乙: 丙:★☆|※|", "→←★☆※", false},
         {"two titles of one name", block("甲", "→\n") + block("甲", "←★\n"), remove("←"), "甲:→| 甲:★|", "→★"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         const Own own;
         own.write(symbol_file("お気に入り", c.blocks));
         EXPECT_EQ(c.act(own.favourites).saved, c.saved) << c.name;
@@ -114,12 +113,11 @@ TEST(favourites, keep_what_a_person_did_by_hand) {
 
 TEST(favourites, that_are_spoilt_are_told_and_not_made_again) {
     const std::string good = symbol_file("お気に入り", block("記号", "→\n"));
-    struct Case {
+    const struct {
         const char *name;
         std::string bytes;
         bool reads = false, adds = false;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"first line gone", good.substr(good.find('\n') + 1)},
         {"saved as UTF-8", "〈記号〉\n名称=お気に入り\n"},
         {"saved as Shift_JIS",
@@ -129,7 +127,7 @@ TEST(favourites, that_are_spoilt_are_told_and_not_made_again) {
          }()},
         {"another set that is spoilt", "〈記号〉\n名称=例\n", true, true},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         const Own own;
         own.write(c.bytes);
         const std::string path = own.common / "own.kig";

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "fuzz/odd_files.h"
-#include "picker/set_import.h"
 #include "tests/picker/edits.h"
 #include "tests/support/children.h"
 #include "tests/support/workspace.h"
@@ -22,7 +21,7 @@ using Files = std::map<std::string, std::string>;
 struct Sets : Workspace {
     Sets() { put("rei.kig", symbol_file("例", block("甲", "→\n") + block("甲／乙", "★") + block("丙"))); }
 
-    Directories directories{program, common, user};
+    Directories directories = directories_of(*this);
     History history{directories};
 
     /** Paths and bytes of all sets. */
@@ -55,8 +54,7 @@ std::function<void(Edit &)> putting(const std::string &symbols, bool append = tr
 }
 
 void import(Edit &edit) {
-    LeftOutList left_out;
-    import_set(edit, {{}, {{typed_title("甲").sjis, data_of("☆"), ""}, {typed_title("戊／己").sjis, data_of("→"), ""}}}, left_out);
+    import_blocks(edit, {{typed_title("甲").sjis, data_of("☆"), ""}, {typed_title("戊／己").sjis, data_of("→"), ""}});
 }
 
 TEST(history, takes_back_each_kind_of_edit_and_makes_it_again) {
@@ -87,7 +85,7 @@ TEST(history, takes_back_each_kind_of_edit_and_makes_it_again) {
         {"keep a copy", "例", [](Edit &) {}, as, true},
         {"delete", "例", {}, {}, true},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         Sets sets;
         const Files before = sets.files();
         c.work ? sets.edit(c.path, c.work, c.options) : sets.history.delete_set(typed_title(c.path), {}, {});
@@ -109,11 +107,10 @@ TEST(history, takes_back_each_kind_of_edit_and_makes_it_again) {
 
 TEST(history, says_what_of_a_file_will_not_come_back) {
     const std::string sound = symbol_file("例", block("甲", "→\n") + block("乙"));
-    struct Case {
+    const struct {
         const char *name;
         std::string bytes, told;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"text outside of titles, CR LF", sound + "free\r\n text\n", ""},
         {"CR", sound + "free\rtext\n", "CR in "},
         {"no end line", sound.substr(0, sound.size() - 41), "the end that it lacks"},
@@ -121,7 +118,7 @@ TEST(history, says_what_of_a_file_will_not_come_back) {
         {"half a character at the end", sound + "\xA4", "no EUC-JP"},
         {"NUL", sound + std::string("\0 behind", 8), "NUL"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         Sets sets;
         sets.put("rei.kig", c.bytes);
         const bool deletes = c.told == "NUL"; // no other edit of it is made
@@ -167,7 +164,7 @@ TEST(history, leaves_a_file_alone_that_is_not_as_the_edit_left_it) {
                           {"CR alone", cr.c_str(), FailureKind::changed},
                           {"gone", nullptr, FailureKind::nothing_found},
                           {"no symbol file", "x", FailureKind::nothing_found}};
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         Sets sets;
         const auto change = [&] { c.bytes ? sets.put("rei.kig", c.bytes) : void(fs::remove(sets.program / "rei.kig")); };
         const Files before = sets.files();

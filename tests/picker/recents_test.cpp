@@ -68,13 +68,12 @@ TEST(recents, that_are_switched_off_or_forgotten_leave_nothing) {
 }
 
 TEST(recents, put_a_damaged_file_aside_and_keep_what_can_be_read) {
-    struct Case {
+    const struct {
         const char *name;
         std::string bytes, kept;
         std::function<void(const fs::path &)> make{}; /**< in place of a file with the bytes */
         bool damaged = true;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"empty", "", "", {}, false},
         {"a person's hand", "819a\r\n\r\n81A8 an arrow\r\n819A ★\r\n", "819A 81A8 ", {}, false},
         {"no UTF-8", "819A \xE2\x86\n81A8 →\n", "819A 81A8 "},
@@ -92,7 +91,7 @@ TEST(recents, put_a_damaged_file_aside_and_keep_what_can_be_read) {
              fs::resize_file(file, 1 << 30);
          }},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         for (const bool picks : {false, true}) {
             const State state;
             fs::create_directories(state.folder);

@@ -97,12 +97,11 @@ TEST(recovery, leaves_an_edit_where_it_is_and_the_kept_ones_when_the_disk_is_ful
 
 TEST(recovery, ends_the_backup_of_an_edit_that_was_killed) {
     const std::string earlier = symbol_file("例", block("甲", "↓\n"));
-    struct Case {
+    const struct {
         const char *name;
         std::function<void(const Sets &)> next; /**< what the process did behind its backup */
         bool is_saved;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {"killed before its save", [](const Sets &) {}, false},
         {"behind its save",
          [](const Sets &sets) {
@@ -112,7 +111,7 @@ TEST(recovery, ends_the_backup_of_an_edit_that_was_killed) {
          true},
         {"behind its deletion", [](const Sets &sets) { fs::remove(sets.file); }, true},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         for (const bool edits : {false, true}) { // the next edit does it as well, also one that fails then
             SCOPED_TRACE(c.name);
             const Sets sets;

@@ -9,14 +9,10 @@
 #include "picker/set_text.h"
 #include "picker/symbol_data.h"
 #include "picker/symbol_places.h"
-#include "tests/support/workspace.h"
+#include "tests/picker/edits.h"
 
 namespace kigou {
 namespace {
-
-Directories directories_of(const Workspace &workspace) {
-    return {workspace.program, workspace.common, workspace.user};
-}
 
 std::vector<Sjis> paths_of(const std::vector<Title> &titles) {
     std::vector<Sjis> paths;

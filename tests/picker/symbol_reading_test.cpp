@@ -7,12 +7,11 @@ namespace kigou {
 namespace {
 
 TEST(symbol_reading, folds_what_is_typed_into_double_bytes) {
-    struct Case {
+    const struct {
         Reading reading;
         const char *typed, *symbols;
         const char *refused; /**< places */
-    };
-    const Case cases[] = {
+    } cases[] = {
         {Reading::folded, "aZ09!", "ａＺ０９！", ""},
         {Reading::folded, "\"'-~\\`", "”’−〜＼｀", ""},
         {Reading::folded, "ｱｧ｡ﾝ", "アァ。ン", ""},
@@ -25,7 +24,7 @@ TEST(symbol_reading, folds_what_is_typed_into_double_bytes) {
         {Reading::escaped, "{817B}→{}", "＋→", ", column 8, column 9"},
         {Reading::escaped, "{000D}", "", ", column 1, column 2, column 3, column 4, column 5, column 6"},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         LeftOutList left_out;
         std::string symbols, refused;
         for (const Sjis &symbol : read_symbols(c.typed, c.reading, "", left_out)) {

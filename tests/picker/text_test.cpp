@@ -57,11 +57,10 @@ TEST(text_codec, vendor_row_13_comes_back_unless_it_repeats_a_cell) {
 }
 
 TEST(text_codec, knows_each_cell_by_its_own_character_and_what_other_tables_put_there) {
-    struct Case {
+    const struct {
         Sjis sjis;
         std::string utf8, others; /**< what is understood besides */
-    };
-    const Case cases[] = {
+    } cases[] = {
         {{0x81, 0x5C}, "\u2015", "\u2014"},
         {{0x81, 0x5F}, "\uFF3C", ""},
         {{0x81, 0x60}, "\u301C", "\uFF5E"},
@@ -76,7 +75,7 @@ TEST(text_codec, knows_each_cell_by_its_own_character_and_what_other_tables_put_
         {{0xFA, 0x5C}, "纊", ""}, // of the vendor, not of JIS X 0212
         {{'A', 0x5C, '~', 0xB1, 0xDF, 0xA1, '\r', '\n'}, "A\\~ｱﾟ｡\r\n", ""},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         EXPECT_EQ(to_utf8(c.sjis), c.utf8);
         EXPECT_EQ(to_sjis(c.utf8), c.sjis) << c.utf8;
         EXPECT_EQ(c.others.empty() ? c.sjis : to_sjis(c.others), c.sjis) << c.others;
