@@ -67,6 +67,7 @@ std::vector<Titled> after_edit(const TempFile &file, int command, const std::str
                 if (is_below(block)) block.path.replace(0, path.size(), renamed);
             }
             named->path = renamed;
+            for (Titled &block : blocks) block.level = level_of(block.path); // all lines are new
             break;
         }
         case ACC_VKEY_TITLE_DELETE:

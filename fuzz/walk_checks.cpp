@@ -145,16 +145,10 @@ void WalkChecks::check_edit(const Sent &sent, const Seen &before, const Seen &af
     const std::string operand = sent.strings[0].value_or("");
     const bool renames = sent.command == ACC_VKEY_TITLE_CHANGE;
     const bool of_the_file = renames && before.list == 1;
-    auto blocks = blocks_of(*after.open);
-    auto meant = of_the_file ? blocks_of(*before.open)
-                             : after_edit(*before.open, sent.command, before.shown, operand);
     HOLDS(!renames || of_the_file || !has_stray_title(*before.open));
-    if (renames) { // the levels are those of the new title lines
-        for (auto *all : {&blocks, &meant}) {
-            for (Titled &block : *all) block.level = 0;
-        }
-    }
-    hold_same(blocks, meant);
+    hold_same(blocks_of(*after.open),
+              of_the_file ? blocks_of(*before.open)
+                          : after_edit(*before.open, sent.command, before.shown, operand));
     // A file title that is the same as before is no change.
     HOLDS(after.edited || (of_the_file && !before.edited && after.working == before.working));
     if (!after.edited) return;

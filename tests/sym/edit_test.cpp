@@ -20,8 +20,8 @@ const auto b = [](const std::string &path, const std::string &data = "") { retur
 const std::string line = hyphens + "\r\n";
 
 TEST(edits, change_just_what_they_name) {
-    const std::string tree = block("A", "→\n") + block("A／X", "←\n") + block("A／X／P") + block("B", "↑\n");
-    const std::string a = b("A", "→\r\n") + b("A／X", "←\r\n") + b("A／X／P");
+    const std::string tree = block("A", "→\n") + block("A／X", "←☆★○●◎◇\n") + block("A／X／P") + block("B", "↑\n");
+    const std::string a = b("A", "→\r\n") + b("A／X", "←☆★○●◎◇\r\n") + b("A／X／P");
     const struct {
         const char *name;
         std::string blocks; // disk form
@@ -35,7 +35,7 @@ TEST(edits, change_just_what_they_name) {
         {"add at the top", tree, "例", add, "C", a + b("B", "↑\r\n") + b("C"), "1: 例／A<3> 2: 例／B<2> 3: 例／C<2>"},
         {"add behind grandchildren", tree, "例／A", add, "Y", a + b("A／Y") + b("B", "↑\r\n"), "1: 例／A／X<3> 2: 例／A／Y<2> 1: →<4>"},
         {"rename with all below", tree, "例／A", change, "長い名",
-         b("長い名", "→\r\n") + b("長い名／X", "←\r\n") + b("長い名／X／P") + b("B", "↑\r\n"), "1: 例／長い名／X<3> 1: →<4>"},
+         b("長い名", "→\r\n") + b("長い名／X", "←☆★○●◎◇\r\n") + b("長い名／X／P") + b("B", "↑\r\n"), "1: 例／長い名／X<3> 1: →<4>"},
         {"rename a title with the bytes of a separator", block("A") + block("A／メ^"), "例／A／メ^", change, "B", b("A") + b("A／B"), ""},
         {"delete with all below", tree, "例／A", remove_title, "", b("B", "↑\r\n"), "1: 例／B<2>"},
         {"delete what lies below a title", tree, "例／A／X", remove_title, "", b("A", "→\r\n") + b("B", "↑\r\n"), "1: →<4>"},
@@ -60,25 +60,29 @@ TEST(edits, change_just_what_they_name) {
     }
 }
 
-// Block numbers go on from the block before; those behind keep theirs.
+// Block numbers go on from the block before; those behind keep theirs, and their levels until lines are written anew.
 TEST(edits, describe_the_blocks_after_them) {
-    Editing e(symbol_file("例", block("A", "→\n") + block("A／X") + block("B")));
+    Editing e(symbol_file("例", block("A", "→\n") + block("A／X") + "［x／y］" + block("B")));
     e.focus("例／A／X");
     EXPECT_EQ(e.edit(add, "P"), 1);
-    std::string numbers;
-    for (const TempInfo &r : read_temp().records) numbers += std::to_string(r.usBlockNo) + '.' + std::to_string(r.usLevel) + ' ';
-    EXPECT_EQ(numbers, "1.1 2.2 3.3 4.4 4.2 ");
+    const auto numbers = [] {
+        std::string all;
+        for (const TempInfo &r : read_temp().records) all += std::to_string(r.usBlockNo) + '.' + std::to_string(r.usLevel) + ' ';
+        return all;
+    };
+    EXPECT_EQ(numbers(), "1.1 2.2 3.3 4.4 4.3 ");
     e.focus("例");
     EXPECT_EQ(e.edit(change, "新しい題"), 1) << e.host.message();
-    EXPECT_EQ(e.host.shown(1), "1: 新しい題／A<3> 2: 新しい題／B<2>");
+    EXPECT_EQ(e.host.shown(1), "1: 新しい題／A<3>");
     EXPECT_EQ(to_utf8(text(e.host.list(1).lpchLBLevel)), "新しい題");
     EXPECT_EQ(e.edit(change, "新しい題"), 1); // the same again: nothing to do
     EXPECT_EQ(e.host.message(), exists);
     EXPECT_EQ(e.edit(add, "C"), 1);
-    EXPECT_EQ(e.text(), head("新しい題") + b("A", "→\r\n") + b("A／X") + b("A／X／P") + b("B") + b("C"));
+    EXPECT_EQ(e.text(), head("新しい題") + b("A", "→\r\n") + b("A／X") + b("A／X／P") + "［x／y］" + b("B") + b("C"));
     e.focus("新しい題／A／X");
     EXPECT_EQ(e.edit(change, "Y"), 1);
     EXPECT_EQ(to_utf8(text(e.host.list(3).lpchLBLevel)), "新しい題／A／Y");
+    EXPECT_EQ(numbers(), "1.1 2.2 3.3 4.4 4.2 5.2 ");
 }
 
 TEST(edits, refuse_what_they_cannot_keep) {

@@ -1,6 +1,10 @@
 // What the list boxes show.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <map>
+
+#include "fuzz/choice.h"
 #include "support/editing.h"
 #include "support/faults.h"
 #include "support/text.h"
@@ -20,6 +24,59 @@ TEST(lists, show_child_titles_then_symbols) {
     EXPECT_EQ(e.host.position("例／数学／比較"), 1);
     EXPECT_EQ(e.host.record.wCurrentList, 3);
     EXPECT_EQ(e.host.shown(3), "");
+}
+
+/** Up to 25 blocks; one in four lies a level lower than its path says. */
+std::string odd_tree(std::uint64_t seed) {
+    static const char *const names[] = {"A", "AB", "ABC", "B", "あ", "メ^", "矢印"};
+    Choice choice(1, seed);
+    std::string blocks;
+    for (std::size_t i = choice.below(26); i > 0; --i) {
+        std::string path = choice.of(names);
+        for (std::size_t depth = choice.below(4); depth > 0; --depth) path += std::string("／") + choice.of(names);
+        if (choice.one_in(4)) blocks += "［x／y］"; // a second bracket on the line: a level more
+        blocks += block(path, choice.one_in(2) ? "→☆\nab--→\n" : "");
+    }
+    return symbol_file("例", blocks);
+}
+
+/** What a list without headers must show of each path; one scan a title, one more for each child. */
+std::map<std::string, std::string> lists_by_definition(const Temp &temp) {
+    std::map<std::string, const TempInfo *> nodes; // the first record of each path
+    for (const TempInfo &r : temp.records) nodes.emplace(text(r.ucPath), &r);
+    const auto is_child = [](const TempInfo &r, const TempInfo &of) {
+        const std::string path = text(r.ucPath), parent = text(of.ucPath);
+        const std::size_t both = std::min(path.size(), parent.size());
+        return r.usLevel == of.usLevel + 1 && path.compare(0, both, parent, 0, both) == 0;
+    };
+    std::map<std::string, std::string> lists;
+    for (const auto &[path, node] : nodes) {
+        std::string &list = lists[path];
+        const auto add = [&](const std::string &sjis, int kind) {
+            list += (list.empty() ? "" : " ") + to_utf8(sjis) + '<' + std::to_string(kind) + '>';
+        };
+        for (const TempInfo &r : temp.records) {
+            if (!is_child(r, *node)) continue;
+            const TempInfo &child = *nodes.at(text(r.ucPath));
+            const auto below_it = [&](const TempInfo &other) { return is_child(other, child); };
+            add(text(r.ucPath), std::any_of(temp.records.begin(), temp.records.end(), below_it) ? 3 : 2);
+        }
+        for (std::size_t at = node->ulDataPos; at < node->ulDataPos + 2 * node->ulDataLen; at += 2) {
+            if (temp.text.compare(at, 2, "\r\n") != 0) add(temp.text.substr(at, 2), 4);
+        }
+    }
+    return lists;
+}
+
+TEST(lists, show_what_the_definition_of_a_child_says_in_odd_trees_too) {
+    for (std::uint64_t round = 0; round < 60; ++round) {
+        Editing e(odd_tree(round));
+        e.host.geometry(0, 1);
+        for (const auto &[path, list] : lists_by_definition(read_temp())) {
+            e.host.position(to_utf8(path));
+            EXPECT_EQ(e.host.shown(e.host.record.wCurrentList), list) << to_utf8(path) << " round " << round;
+        }
+    }
 }
 
 TEST(lists, empty_the_current_one_when_a_position_is_not_found) {
