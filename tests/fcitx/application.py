@@ -75,10 +75,10 @@ class InputMethod:
             key: value for key, value in os.environ.items()
             if key not in ("DISPLAY", "WAYLAND_DISPLAY", "LANGUAGE", "LD_PRELOAD") and not key.startswith("KIGOU_")
         }  # fmt: skip
-        for name in ("config", "cache", "run", "data", "state", "program", "common", "tmp"):
-            (self.folder / name).mkdir(mode=0o700)
         addon = next(pathlib.Path(root).glob("lib*/**/libkigou.so")).parent
         own = {name: str(self.folder / name) for name in ("config", "cache", "run", "data", "state", "program", "common", "tmp")}
+        for folder in own.values():
+            os.mkdir(folder, 0o700)
         system = subprocess.run(["gcc", "-print-multiarch"], capture_output=True, text=True, check=True).stdout.strip()
         self.environment.update(
             HOME=str(self.folder), LC_ALL="C.UTF-8", TMPDIR=own["tmp"],

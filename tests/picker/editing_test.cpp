@@ -47,53 +47,44 @@ std::string title_beginning(const Snapshot &snapshot, const std::string &start) 
     return "例／" + start;
 }
 
-EditReport edited(const Sets &sets, const std::function<void(Edit &)> &work) {
-    Edit edit(sets.directories(), {}, {}, true);
-    work(edit);
-    return edit.finish();
+/** Each of two processes has a title of its own to rename. */
+std::string side_of(const std::string &number) {
+    return number.back() % 2 ? "右" : "左";
 }
 
-/** Something that each of two processes does at the same time, and what must be there then. */
+/** Something that each of two processes does at the same time, with a number of its own, and what must be there then. */
 struct Work {
-    std::function<EditReport(const Sets &, const std::string &)> work;
-    std::function<bool(const Sets &, const std::string &)> is_done;
+    std::function<void(Edit &, const Sets &, const std::string &)> edit; /**< none: a set is deleted */
+    std::string title, symbols;                                          /**< without the number; as Sets::symbols tells it */
+
+    EditReport run(const Sets &sets, const std::string &number) const {
+        if (!edit) return delete_set(sets.directories(), typed_title(title + number), {}, {});
+        Edit made(sets.directories(), {}, {}, true);
+        edit(made, sets, number);
+        return made.finish();
+    }
+    bool is_done(const Sets &sets, const std::string &number) const {
+        const std::string whole = title + (title.ends_with("／") ? side_of(number) : "") + number;
+        if (title.starts_with("例")) return sets.symbols(whole) == symbols;
+        return (find_sets(sets.directories()).find(typed_title(whole).sjis) != nullptr) == (symbols != "-");
+    }
 };
 
-bool is_set(const Sets &sets, const std::string &title) {
-    return find_sets(sets.directories()).find(typed_title(title).sjis) != nullptr;
-}
-
 const Work works[] = {
-    {[](const Sets &sets, const std::string &) { return edited(sets, [](Edit &edit) { append(edit, "☆"); }); },
-     [](const Sets &, const std::string &) { return true; }}, // counted
-    {[](const Sets &sets, const std::string &number) {
-         return edited(sets, [&](Edit &edit) {
-             edit.locate("例");
-             edit.add(typed_title("題" + number));
-         });
+    {[](Edit &edit, const Sets &, const std::string &) { append(edit, "☆"); }, "例／甲", "-"}, // counted
+    {[](Edit &edit, const Sets &, const std::string &number) { edit.locate("例"), edit.add(typed_title("題" + number)); }, "例／題", ""},
+    {[](Edit &edit, const Sets &, const std::string &number) { edit.create(typed_title("新" + number)); }, "新", ""},
+    {[](Edit &edit, const Sets &, const std::string &number) {
+         edit.open(typed_title("例"));
+         import_blocks(edit, {{typed_title("取" + number).sjis, data_of("※"), ""}});
      },
-     [](const Sets &sets, const std::string &number) { return sets.symbols("例／題" + number).empty(); }},
-    {[](const Sets &sets, const std::string &number) { return edited(sets, [&](Edit &edit) { edit.create(typed_title("新" + number)); }); },
-     [](const Sets &sets, const std::string &number) { return is_set(sets, "新" + number); }},
-    {[](const Sets &sets, const std::string &number) {
-         return edited(sets, [&](Edit &edit) {
-             edit.open(typed_title("例"));
-             import_blocks(edit, {{typed_title("取" + number).sjis, data_of("※"), ""}});
-         });
+     "例／取", "※"},
+    {[](Edit &edit, const Sets &sets, const std::string &number) {
+         edit.locate(title_beginning(sets.snapshot(), side_of(number)));
+         edit.rename(typed_title(side_of(number) + number));
      },
-     [](const Sets &sets, const std::string &number) { return sets.symbols("例／取" + number) == "※"; }},
-    {[](const Sets &sets, const std::string &number) {
-         return edited(sets, [&](Edit &edit) {
-             const std::string own = number.back() % 2 ? "右" : "左";
-             edit.locate(title_beginning(sets.snapshot(), own));
-             edit.rename(typed_title(own + number));
-         });
-     },
-     [](const Sets &sets, const std::string &number) {
-         return sets.symbols("例／" + std::string(number.back() % 2 ? "右" : "左") + number).empty();
-     }},
-    {[](const Sets &sets, const std::string &number) { return delete_set(sets.directories(), typed_title("捨" + number), {}, {}); },
-     [](const Sets &sets, const std::string &number) { return !is_set(sets, "捨" + number); }},
+     "例／", ""},
+    {{}, "捨", "-"},
 };
 
 TEST(editing, loses_none_of_two_edits_at_the_same_time) {
@@ -111,7 +102,7 @@ TEST(editing, loses_none_of_two_edits_at_the_same_time) {
         const std::vector<int> codes = in_children(2, [&](int child) {
             if (kills && child == 1) die_in(1 + i * 37 % 6000);
             try {
-                return both[child]->work(sets, std::to_string(2 * i + child)).saved ? 0 : 1;
+                return both[child]->run(sets, std::to_string(2 * i + child)).saved ? 0 : 1;
             } catch (const std::exception &) {
                 return 2;
             }

@@ -113,6 +113,7 @@ TEST(favourites, keep_what_a_person_did_by_hand) {
 
 TEST(favourites, that_are_spoilt_are_told_and_not_made_again) {
     const std::string good = symbol_file("お気に入り", block("記号", "→\n"));
+    const Sjis sjis = to_sjis("〈記号〉\n名称=お気に入り\n");
     const struct {
         const char *name;
         std::string bytes;
@@ -120,11 +121,7 @@ TEST(favourites, that_are_spoilt_are_told_and_not_made_again) {
     } cases[] = {
         {"first line gone", good.substr(good.find('\n') + 1)},
         {"saved as UTF-8", "〈記号〉\n名称=お気に入り\n"},
-        {"saved as Shift_JIS",
-         [] {
-             const Sjis text = to_sjis("〈記号〉\n名称=お気に入り\n");
-             return std::string(text.begin(), text.end());
-         }()},
+        {"saved as Shift_JIS", {sjis.begin(), sjis.end()}},
         {"another set that is spoilt", "〈記号〉\n名称=例\n", true, true},
     };
     for (const auto &c : cases) {
