@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "common/acccom.h"
-#include "common/heap_block.h"
 #include "support/text.h"
 
 namespace acc {
@@ -88,45 +86,6 @@ TEST(block_walk, recognises_what_a_file_may_hold) {
         EXPECT_EQ(walked(to_sjis("〈記号〉\r\n名称=例\r\n" + c.blocks)), c.expected) << c.name;
     }
     EXPECT_EQ(walked(to_sjis("〈記号〉\r\n名称=［例］\r\n［A］\r\n" + line + line)), "2 A A 0/0\n") << "a file title that holds a bracket";
-}
-
-// What a text lacks must make it complete: a block added behind the last one stands by
-// itself, and the one before is what the index says.
-TEST(closing, completes_a_text_cut_anywhere) {
-    const std::string line = hyphens + "\n";
-    const std::string disk = to_euc("〈記号〉\n名称=例\n［A］\n" + line + "→a--b\n--" + line);
-    for (std::size_t cut = to_euc("〈記号〉\n名称=").size(); cut <= disk.size(); ++cut) {
-        const HeapBlock<unsigned char> converted(CM_euc2sjis(bytes(disk.substr(0, cut))));
-        const std::string part = text(converted.get());
-        Range title;
-        ASSERT_TRUE(find_file_title(view(part), static_cast<unsigned>(part.size()) + 6, title));
-        BlockWalk walk(view(part), title);
-        Block last;
-        const bool has_block = walk.next(last);
-        const Closing closing = closing_of(view(part), title, has_block ? &last : nullptr);
-        std::string closed = part;
-        closed.append(closing.bytes.begin(), closing.bytes.begin() + closing.length);
-        EXPECT_EQ(closed.find("\r\n\r\n"), std::string::npos) << cut; // no line that nobody wrote
-
-        Block b;
-        std::size_t place = title.offset + title.length + 2;
-        if (has_block) {
-            BlockWalk again(view(closed), title);
-            ASSERT_TRUE(again.next(b)) << cut;
-            EXPECT_EQ(b.data, last.data + closing.data_shift) << cut;
-            EXPECT_EQ(b.data_units, last.data_units + closing.units) << cut;
-            EXPECT_EQ(b.symbols, last.symbols + closing.symbols) << cut;
-            EXPECT_EQ(b.cut, Cut::nowhere) << cut;
-            place = b.end;
-        }
-        ASSERT_LE(place, closed.size()) << cut;
-        const std::string added = to_sjis("［Z］\r\n" + hyphens + "\r\n☆" + hyphens + "\r\n");
-        closed.insert(place, added);
-        BlockWalk again(view(closed), title);
-        ASSERT_TRUE(again.next(b) && (!has_block || again.next(b))) << cut;
-        EXPECT_EQ(slice(closed, b.path), "Z") << cut;
-        EXPECT_EQ(b.symbols, 1u) << cut;
-    }
 }
 
 } // namespace

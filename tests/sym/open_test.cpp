@@ -160,12 +160,21 @@ TEST(open, finds_the_temp_file_of_a_relative_directory_from_elsewhere) {
     EXPECT_TRUE(ws.temp_files().empty());
 }
 
+// A title that is added then stands by itself, and the blocks are what they were.
 TEST(open, completes_a_file_that_stops_anywhere_behind_its_title) {
     const std::string whole = symbol_file("例", block("A", "→\n") + block("B", "→a--b\n--"));
     for (std::size_t cut = symbol_file("例").size() - 1; cut <= whole.size(); ++cut) {
         SCOPED_TRACE(cut);
         Editing e(whole.substr(0, cut));
-        blocks_of(read_temp()); // every block is closed, and described as it is now
+        Blocks blocks = blocks_of(read_temp());
+        EXPECT_EQ(read_temp().text.find("\r\n\r\n"), std::string::npos) << "a line that nobody wrote";
+        EXPECT_EQ(e.edit(ACC_VKEY_TITLE_ADD, "Z"), 1) << e.host.message();
+        blocks.emplace_back("Z", "");
+        EXPECT_EQ(blocks_of(read_temp()), blocks);
+        EXPECT_EQ(e.save("例"), 1) << e.host.message();
+        e.host.close();
+        ASSERT_EQ(e.host.open("例"), 1) << e.host.message();
+        EXPECT_EQ(blocks_of(read_temp()), blocks);
     }
 }
 
