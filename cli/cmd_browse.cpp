@@ -14,7 +14,7 @@
 #include "cli/command.h"
 #include "cli/json.h"
 #include "cli/output.h"
-#include "cli/pick_file.h"
+#include "cli/output_file.h"
 #include "cli/utf8_locale.h"
 #include "picker/codes.h"
 #include "picker/failure.h"
@@ -70,7 +70,7 @@ std::string json_text(const std::vector<Sjis> &picks) {
 }
 
 /** @throws Failure with what was taken, which is not to be lost with the file */
-void write_to(const PickFile &file, const std::string &text, const std::string &symbols) {
+void write_to(const OutputFile &file, const std::string &text, const std::string &symbols) {
     try {
         file.write(text);
     } catch (const Failure &failure) {
@@ -83,8 +83,8 @@ Status run(const Context &context, const Options &options) {
     if (!options.path.empty() || options.file) {
         start = locate(find_sets(context.directories), options.path, options.file).title().text;
     }
-    std::optional<PickFile> file;
-    if (options.pick_to && *options.pick_to != "-") file.emplace(*options.pick_to);
+    std::optional<OutputFile> file;
+    if (options.pick_to && *options.pick_to != "-") file.emplace(*options.pick_to, "--pick-to");
     std::vector<Leftover> leftovers = sweep_leftovers(context.directories); // which changes files
     Shelf shelf(context.directories, Recents());
     const std::vector<Sjis> picks = picks_of(shelf, {start, std::move(leftovers)}, options.plain);

@@ -36,6 +36,7 @@ std::string git(const std::string &folder, std::vector<std::string> words,
     if (end.status != 0) {
         throw Failure(FailureKind::failed, otherwise + folder);
     }
+    if (end.output.ends_with('\n')) end.output.pop_back();
     return std::move(end.output);
 }
 

@@ -2,6 +2,7 @@
 #ifndef KIGOU_RUN_PROGRAM_H
 #define KIGOU_RUN_PROGRAM_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,11 +10,16 @@ namespace kigou {
 
 struct ProgramEnd {
     int status = 127;   /**< exit status; 127 when it cannot be run or was killed */
-    std::string output; /**< what it wrote to its standard output, without the last line end */
+    std::string output; /**< what it wrote to its standard output */
 };
 
-/** @param words  name, looked for in PATH, and arguments. What it complains of is seen. */
-ProgramEnd run_program(const std::vector<std::string> &words);
+/**
+ * What it complains of is seen.
+ * @param words  name, looked for in PATH when no "/" is in it, and arguments
+ * @param input  what it reads; nothing: what kigou itself would
+ */
+ProgramEnd run_program(const std::vector<std::string> &words,
+                       const std::optional<std::string> &input = {});
 
 } // namespace kigou
 

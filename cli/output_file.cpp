@@ -1,11 +1,10 @@
-// pick_file.cpp - see pick_file.h.
-#include "cli/pick_file.h"
+// output_file.cpp - see output_file.h.
+#include "cli/output_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <utility>
 
@@ -32,32 +31,45 @@ bool is_standard_output(const struct stat &file) {
            output.st_ino == file.st_ino;
 }
 
+/** @return 0, or why not all is written; a signal that asks to end is a reason */
+int write_all(int file, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = write(file, bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR) return errno;
+        if (count > 0) bytes.remove_prefix(static_cast<std::size_t>(count));
+        if (!bytes.empty() && StopSignals::came()) return EINTR;
+    }
+    return 0;
+}
+
 } // namespace
 
-PickFile::PickFile(std::string path)
+OutputFile::OutputFile(std::string path, const std::string &option)
     : path_(std::move(path)), is_there_(stat(path_.c_str(), &status_) == 0) {
-    if (path_.empty()) throw Failure(FailureKind::refused, "--pick-to takes the name of a file");
+    if (path_.empty()) throw Failure(FailureKind::refused, option + " takes the name of a file");
     if (!is_there_ && errno != ENOENT) fail(FailureKind::refused, path_, errno);
     if (is_there_ && S_ISDIR(status_.st_mode)) fail(FailureKind::refused, path_, EISDIR);
     const std::string looked_at = is_there_ ? path_ : folder_of(path_);
     if (access(looked_at.c_str(), W_OK) != 0) fail(FailureKind::refused, path_, errno);
 }
 
-bool PickFile::may_be_replaced() const {
+bool OutputFile::may_be_replaced() const {
     struct stat itself {};
     if (lstat(path_.c_str(), &itself) != 0) return errno == ENOENT;
     return S_ISREG(itself.st_mode) && itself.st_nlink == 1 && itself.st_uid == geteuid() &&
            access(folder_of(path_).c_str(), W_OK) == 0;
 }
 
-void PickFile::write(const std::string &text) const {
+void OutputFile::write(std::string_view bytes) const {
     const StopSignals signals; // a pipe that nobody reads any more is a failure like others
     if (is_there_ && is_standard_output(status_)) {
-        if (dprintf(STDOUT_FILENO, "%s", text.c_str()) < 0) fail(FailureKind::failed, path_, errno);
+        if (const int reason = write_all(STDOUT_FILENO, bytes)) {
+            fail(FailureKind::failed, path_, reason);
+        }
         return;
     }
     if (may_be_replaced()) {
-        replace_file(path_, {reinterpret_cast<const unsigned char *>(text.data()), text.size()},
+        replace_file(path_, {reinterpret_cast<const unsigned char *>(bytes.data()), bytes.size()},
                      0666);
         if (is_there_) chmod(path_.c_str(), status_.st_mode & 07777);
         return;
@@ -66,7 +78,7 @@ void PickFile::write(const std::string &text) const {
     const int create = is_there_ ? 0 : O_CREAT;
     const int file = open(path_.c_str(), O_WRONLY | O_TRUNC | O_CLOEXEC | O_NOCTTY | create, 0666);
     if (file < 0) fail(FailureKind::failed, path_, errno);
-    int reason = dprintf(file, "%s", text.c_str()) < 0 ? errno : 0;
+    int reason = write_all(file, bytes);
     if (close(file) != 0 && reason == 0) reason = errno;
     if (reason != 0) fail(FailureKind::failed, path_, reason);
 }
