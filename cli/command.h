@@ -43,6 +43,7 @@ extern const Command list_command;
 extern const Command find_command;
 extern const Command show_command;
 extern const Command print_command;
+extern const Command chart_command;
 extern const Command new_command;
 extern const Command add_command;
 extern const Command rename_command;

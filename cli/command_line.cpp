@@ -13,12 +13,12 @@
 namespace kigou {
 namespace {
 
-constexpr std::array table{&browse_command,   &files_command,     &tree_command,   &list_command,
-                           &find_command,     &show_command,      &print_command,  &new_command,
-                           &add_command,      &rename_command,    &rm_command,     &put_command,
-                           &copy_command,     &delete_command,    &export_command, &import_command,
-                           &check_command,    &diff_command,      &merge_command,  &update_command,
-                           &coverage_command, &git_setup_command, &recover_command};
+constexpr std::array table{
+    &browse_command, &files_command,    &tree_command,      &list_command,   &find_command,
+    &show_command,   &print_command,    &chart_command,     &new_command,    &add_command,
+    &rename_command, &rm_command,       &put_command,       &copy_command,   &delete_command,
+    &export_command, &import_command,   &check_command,     &diff_command,   &merge_command,
+    &update_command, &coverage_command, &git_setup_command, &recover_command};
 
 constexpr const char *where_words_are_told =
     "'kigou --help' shows the commands, 'kigou COMMAND --help' their options";

@@ -1,5 +1,5 @@
-// program_data.cpp - see program_data.h. The build passes KIGOU_BUILD_DIR, KIGOU_BUILD_DATA
-// and KIGOU_DATA_FROM_BIN.
+// program_data.cpp - see program_data.h. The build passes KIGOU_BUILD_DIR, KIGOU_BUILD_DATA,
+// KIGOU_BUILD_CHART, and KIGOU_DATA_FROM_BIN and KIGOU_PROGRAMS_FROM_BIN.
 #include "cli/program_data.h"
 
 #include <filesystem>
@@ -36,6 +36,12 @@ std::string program_data() {
     const fs::path location = program_location();
     if (location == fs::path(KIGOU_BUILD_DIR)) return KIGOU_BUILD_DATA;
     return (location / KIGOU_DATA_FROM_BIN).lexically_normal();
+}
+
+std::string chart_program() {
+    const fs::path location = program_location();
+    if (location == fs::path(KIGOU_BUILD_DIR)) return KIGOU_BUILD_CHART;
+    return (location / KIGOU_PROGRAMS_FROM_BIN / "kigou-chart").lexically_normal();
 }
 
 } // namespace kigou
