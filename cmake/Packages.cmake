@@ -21,11 +21,11 @@ set(acc_package_version ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 set(acc_packaging ${CMAKE_SOURCE_DIR}/packaging/debian)
 set(acc_packages ${CMAKE_BINARY_DIR}/packages)
 
-# acc_package(COMPONENT NAME SECTION [SHLIBDEPS] [DEPENDS text] [CONTROL file...] [DOCS file...]): the
-# description is packaging/debian/NAME.txt, a short line and then paragraphs.
+# acc_package(COMPONENT NAME SECTION [SHLIBDEPS] [DEPENDS text] [RECOMMENDS text] [CONTROL file...]
+# [DOCS file...]): the description is packaging/debian/NAME.txt, a short line and then paragraphs.
 set(CPACK_COMPONENTS_ALL)
 macro(acc_package component name section)
-  cmake_parse_arguments(package "SHLIBDEPS" "DEPENDS" "CONTROL;DOCS" ${ARGN})
+  cmake_parse_arguments(package "SHLIBDEPS" "DEPENDS;RECOMMENDS" "CONTROL;DOCS" ${ARGN})
   string(TOUPPER ${component} upper)
   list(APPEND CPACK_COMPONENTS_ALL ${component})
   file(READ ${acc_packaging}/${name}.txt description)
@@ -35,6 +35,7 @@ macro(acc_package component name section)
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section})
   set(CPACK_DEBIAN_${upper}_PACKAGE_SHLIBDEPS ${package_SHLIBDEPS})
   set(CPACK_DEBIAN_${upper}_PACKAGE_DEPENDS "${package_DEPENDS}")
+  set(CPACK_DEBIAN_${upper}_PACKAGE_RECOMMENDS "${package_RECOMMENDS}")
   set(CPACK_DEBIAN_${upper}_PACKAGE_CONTROL_EXTRA "${package_CONTROL}")
   # Not for cmake --install, which knows no packages.
   configure_file(${acc_packaging}/changelog.in ${acc_packages}/${name}/changelog.Debian @ONLY)
@@ -53,13 +54,17 @@ acc_package(development libaccsym-dev libdevel DEPENDS ${acc_same_library}
   DOCS ${CMAKE_SOURCE_DIR}/docs/host-guide.md ${CMAKE_SOURCE_DIR}/docs/file-format.md
        ${CMAKE_SOURCE_DIR}/examples/browse.c)
 if(ACC_CLI)
-  acc_package(program kigou utils SHLIBDEPS DEPENDS ${acc_same_library}
+  acc_package(program kigou utils SHLIBDEPS DEPENDS ${acc_same_library} RECOMMENDS kigou-chart
     DOCS ${CMAKE_SOURCE_DIR}/docs/kigou.md ${CMAKE_SOURCE_DIR}/docs/file-format.md)
 endif()
 if(TARGET fcitx_kigou)
   acc_package(module fcitx5-kigou utils SHLIBDEPS
     DEPENDS "${acc_same_library}, kigou (= ${acc_package_version}), fcitx5"
     DOCS ${CMAKE_SOURCE_DIR}/docs/fcitx.md)
+endif()
+if(TARGET kigou-chart)
+  acc_package(chart kigou-chart utils SHLIBDEPS DEPENDS "kigou (= ${acc_package_version})"
+    RECOMMENDS "fonts-noto-cjk | fonts-ipafont-gothic")
 endif()
 if(ACC_JAVA)
   # The loader looks into this folder before it takes the copy in the jar.
