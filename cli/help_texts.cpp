@@ -80,7 +80,8 @@ constexpr std::array file_table{
 const char *const program_summary = "Show and edit the symbol files of the symbol accessory";
 
 const char *const exit_statuses =
-    "0 found or done, 1 nothing found, 2 misuse or failure, 3 an import left something out";
+    "0 found or done, 1 nothing found, 2 misuse or failure, "
+    "3 an import or export left something out";
 
 std::span<const Example> program_examples() {
     return examples;
