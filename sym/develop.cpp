@@ -1,5 +1,6 @@
 #include "sym/develop.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "common/stream.h"
@@ -7,6 +8,7 @@
 namespace acc {
 namespace {
 
+constexpr auto opening_bracket = sjis<"［">();
 constexpr std::uint64_t largest_file = INT32_MAX; // CM_seek's offsets are 32-bit signed
 
 void copy(unsigned char *field, Text text, Range range) {
@@ -26,9 +28,26 @@ bool set_names(TempInfo &record, Text text, Range file_title, const Block &block
     return true;
 }
 
+/** About how many blocks a text has: lines that begin as that of a title does. */
+std::size_t likely_blocks(Text text) {
+    std::size_t blocks = 0;
+    const unsigned char *line = text.data(), *const end = line + text.size();
+    while (end - line > 2) {
+        if (std::memcmp(line, opening_bracket.data(), opening_bracket.size()) == 0) ++blocks;
+        const void *const line_end = std::memchr(line, '\n', static_cast<std::size_t>(end - line));
+        if (!line_end) break;
+        line = static_cast<const unsigned char *>(line_end) + 1;
+    }
+    return blocks;
+}
+
 /** A record for the file itself and one for each block. */
 Develop make_index(Text text, Range title, WorkingState &state, Closing &closing) {
     if (title.length > max_file_title) return Develop::does_not_fit;
+    // Room that grows would be copied, and each of its pages made anew.
+    if (!state.reserve(std::min<std::size_t>(likely_blocks(text) + 1, max_records))) {
+        return Develop::no_memory;
+    }
     TempInfo *record = state.append();
     if (!record) return Develop::no_memory;
     record->ulTitlePos = title.offset;
