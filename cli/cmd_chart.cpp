@@ -60,7 +60,7 @@ void tell_of(const std::vector<std::string> &no_glyph) {
         line += " and " + std::to_string(no_glyph.size() - most_named) + " more";
     }
     complain(line);
-    complain("a Japanese font, such as the package fonts-noto-cjk, has them");
+    complain("a Japanese font, such as the package fonts-noto-cjk, has most symbols");
 }
 
 Status run(const Context &context, const Options &options) {
