@@ -56,13 +56,14 @@ std::optional<std::string> keep(const std::string &shipped, const std::string &s
     std::error_code error;
     if (fs::exists(copy, error)) return std::nullopt;
     const Snapshot snapshot(shipped);
-    bool is_other = false;
-    for (const std::string &earlier : copies_of(shipped, state)) {
-        is_other = read_file(earlier).bytes != read_file(shipped).bytes;
-    }
+    const Sjis bytes = read_file(shipped).bytes;
+    const std::vector<std::string> earlier = copies_of(shipped, state);
+    const bool is_other = !earlier.empty() && std::ranges::none_of(earlier, [&](const auto &one) {
+        return read_file(one).bytes == bytes;
+    });
     make_private_directory(state);
     make_private_directory(copy.parent_path().string());
-    write_new(copy.string(), read_file(shipped).bytes, 0600);
+    write_new(copy.string(), bytes, 0600);
     return is_other ? std::optional(snapshot.file().text) : std::nullopt;
 }
 
