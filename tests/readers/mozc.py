@@ -1,9 +1,10 @@
 #!/usr/bin/python3
 """A user dictionary in mozc: Debian's server, spoken to as its dictionary tool and its clients do.
 
-usage: mozc.py FOLDER LETTERS=SYMBOL... < DICTIONARY
-Writes how the dictionary was taken and how many entries of it are stored, and fails unless each
-symbol is offered for the letters.
+usage: mozc.py FOLDER < DICTIONARY
+Writes how the dictionary was taken and how many entries of it are stored, then types each reading
+and writes it with every candidate: READING<TAB>WORD<TAB>COMMENT. mozc offers many symbols by itself;
+these have no comment. The first reading must have one.
 
 Messages are protocol buffers, of which a few fields are put together and taken apart here, by
 the numbers of mozc's protocol/commands.proto, candidates.proto and user_dictionary_storage.proto.
@@ -18,10 +19,10 @@ import time
 
 SERVER = "/usr/lib/mozc/mozc_server"
 PATIENCE = 30  # seconds
-CREATE_SESSION, SEND_KEY, RELOAD, USER_DICTIONARY = 1, 3, 10, 26
-OPEN_STORAGE, LOAD, SAVE, IMPORT, GET_STORAGE = 2, 7, 8, 20, 21
-ON, SPACE = 2, 4
-STATUS = {1: "taken", 25: "invalid comment", 26: "too many words", 27: "invalid entries"}
+CREATE_SESSION, DELETE_SESSION, SEND_KEY, RELOAD, USER_DICTIONARY = 1, 2, 3, 10, 26
+OPEN_STORAGE, SAVE, ENTRY_SIZE, IMPORT = 2, 8, 10, 20
+ON, SPACE, PAGE_DOWN = 2, 4, 32
+STATUS = {1: "taken", 26: "too many words", 27: "invalid entries"}
 
 
 def varint(number):
@@ -77,9 +78,10 @@ class Mozc:
     """@param folder  for its files. For root it does nothing."""
 
     def __init__(self, folder):
-        (folder / ".config").mkdir()
-        self.process = subprocess.Popen([SERVER], env=os.environ | {"HOME": str(folder)})
-        told = folder / ".config/mozc/.session.ipc"
+        own = {"HOME": str(folder), "XDG_CONFIG_HOME": str(folder)}
+        # It ends with this process, however this ends.
+        self.process = subprocess.Popen(["setpriv", "--pdeathsig", "KILL", SERVER], env=os.environ | own)
+        told = folder / "mozc/.session.ipc"
         self.wait("it does not start", lambda: told.exists() and told.read_bytes())
         self.address = f"\0tmp/.mozc.{fields_of(told.read_bytes())[1][0].decode()}.session"
         self.storage = self.dictionary({1: OPEN_STORAGE})[2][0]
@@ -106,30 +108,43 @@ class Mozc:
 
     def take(self, text):
         """Imports the text form of a dictionary. @return what mozc says, and how many entries it has"""
-        told = self.dictionary({1: IMPORT, 2: self.storage, 4: "kigou", 7: text, 9: 1})
-        saved = self.dictionary({1: SAVE, 2: self.storage})
-        assert saved[1] == [1], saved
+        told = self.dictionary({1: IMPORT, 2: self.storage, 4: "kigou", 7: text})
+        assert 5 in told, f"no dictionary comes of it: {told}"
+        assert self.dictionary({1: SAVE, 2: self.storage})[1] == [1]
         self.call({1: RELOAD})
-        stored = fields_of(self.dictionary({1: GET_STORAGE, 2: self.storage})[3][0])
-        entries = sum(len(fields_of(one).get(4, [])) for one in stored.get(2, []))
+        entries = self.dictionary({1: ENTRY_SIZE, 2: self.storage, 3: told[5][0]})[6][0]
         return STATUS.get(told[1][0], told[1][0]), entries
 
-    def offered(self, typed):
+    def offered(self, reading):
+        """@return the words in all pages of its window, each with its comment"""
         session = self.call({1: CREATE_SESSION})[1][0]
-        for key in ({3: ON}, *({1: ord(letter)} for letter in typed), {3: SPACE}, {3: SPACE}):
+        for key in ({3: ON}, *({5: kana} for kana in reading), {3: SPACE}, {3: SPACE}):
             output = self.call({1: SEND_KEY, 2: session, 3: key})
-        candidates = fields_of(output.get(14, [b""])[0]).get(2, [])
-        return [fields_of(candidate)[4][0].decode() for candidate in candidates]
+        words = {}
+        while True:
+            window = fields_of(output.get(6, [b""])[0])
+            page = {candidate[4][0]: candidate[5][0].decode() for candidate in window.get(3, [])}
+            if page.keys() <= words.keys():  # behind the last page is the first one
+                break
+            told = [fields_of(one) for usages in window.get(10, []) for one in fields_of(usages).get(2, [])]
+            comments = {one[2][0].decode(): one.get(3, [b""])[0].decode() for one in told}
+            words |= {index: (word, comments.get(word, "")) for index, word in page.items()}
+            output = self.call({1: SEND_KEY, 2: session, 3: {3: PAGE_DOWN}})
+        self.call({1: DELETE_SESSION, 2: session})
+        return list(words.values())
 
 
 if __name__ == "__main__":
     mozc = Mozc(pathlib.Path(sys.argv[1]))
     try:
-        status, entries = mozc.take(sys.stdin.read())
-        for letters, symbol in (row.split("=") for row in sys.argv[2:]):
-            # It reads them anew beside its work.
-            mozc.wait(f"{symbol} is not offered for {letters}", lambda: symbol in mozc.offered(letters))
-        print(status, entries)
+        text = sys.stdin.read()
+        print(*mozc.take(text), sep="\t")
+        readings = list(dict.fromkeys(line.split("\t")[0] for line in text.splitlines()))
+        # It reads them anew beside its work.
+        mozc.wait("nothing of it is offered", lambda: any(comment for _, comment in mozc.offered(readings[0])))
+        for reading in readings:
+            for word, comment in mozc.offered(reading):
+                print(reading, word, comment, sep="\t")
     finally:
         mozc.process.kill()
         mozc.process.wait()
