@@ -27,9 +27,9 @@ struct Node {
     bool has_children;
 };
 
-Node node_of(Records records, std::span<const std::uint16_t> numbers) {
+Node node_of(Records records, std::string_view path, std::span<const std::uint16_t> numbers) {
     const std::uint16_t first = *std::min_element(numbers.begin(), numbers.end());
-    return {view(records[first].ucPath), numbers, records[first].usLevel, false};
+    return {path, numbers, records[first].usLevel, false};
 }
 
 bool has_level(Records records, const Node &node, unsigned level) {
@@ -62,10 +62,14 @@ HeapBlock<unsigned char> child_flags(Records records) {
     auto flags = HeapBlock<unsigned char>::allocate(count);
     const auto numbers = HeapBlock<std::uint16_t>::allocate(count);
     const auto open = HeapBlock<Node>::allocate(max_path + 1); // one for each length at most
-    if (!flags || !numbers || !open) return {};
-    for (unsigned i = 0; i < count; ++i) numbers[i] = static_cast<std::uint16_t>(i);
+    const auto paths = HeapBlock<std::string_view>::allocate(count);
+    if (!flags || !numbers || !open || !paths) return {};
+    for (unsigned i = 0; i < count; ++i) {
+        numbers[i] = static_cast<std::uint16_t>(i);
+        paths[i] = view(records[i].ucPath);
+    }
     std::sort(numbers.get(), numbers.get() + count, [&](std::uint16_t a, std::uint16_t b) {
-        const int order = view(records[a].ucPath).compare(view(records[b].ucPath));
+        const int order = paths[a].compare(paths[b]);
         return order != 0 ? order < 0 : records[a].usLevel < records[b].usLevel;
     });
 
@@ -77,10 +81,10 @@ HeapBlock<unsigned char> child_flags(Records records) {
         for (const std::uint16_t number : node.numbers) flags[number] = node.has_children;
     };
     for (unsigned begin = 0, end; begin < count; begin = end) {
-        const auto path = view(records[numbers[begin]].ucPath);
-        for (end = begin + 1; end < count && view(records[numbers[end]].ucPath) == path;) ++end;
+        const std::string_view path = paths[numbers[begin]];
+        for (end = begin + 1; end < count && paths[numbers[end]] == path;) ++end;
         while (depth > 0 && !begins_with(path, open[depth - 1].path)) close_last();
-        open[depth++] = node_of(records, {numbers.get() + begin, end - begin});
+        open[depth++] = node_of(records, path, {numbers.get() + begin, end - begin});
         Node &node = open[depth - 1];
         for (std::size_t i = 0; i < depth; ++i) {
             if (has_level(records, node, open[i].level + 1)) open[i].has_children = true;
