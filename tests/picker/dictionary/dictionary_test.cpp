@@ -109,8 +109,7 @@ TEST(dictionary, holds_each_symbol_or_names_it) {
             symbols.push_back(choice.one_in(3) ? kanji : pair_of(choice.of(all_names()).code));
         }
         std::ranges::sort(symbols);
-        const auto same = std::ranges::unique(symbols);
-        symbols.erase(same.begin(), same.end());
+        symbols.erase(std::unique(symbols.begin(), symbols.end()), symbols.end());
         for (const Encoding encoding : encodings) {
             for (const auto format : {DictionaryFormat::mozc, DictionaryFormat::skk}) {
                 LeftOutSymbols left_out;
@@ -134,7 +133,7 @@ TEST(dictionary, holds_each_symbol_or_names_it) {
 }
 
 TEST(dictionary, of_mozc_takes_no_longer_fields) {
-    for (const std::size_t length : {100, 101}) {
+    for (const std::size_t length : {std::size_t{100}, std::size_t{101}}) {
         std::string title;
         while (title.size() < 3 * length) title += "ほ";
         LeftOutSymbols left_out;
