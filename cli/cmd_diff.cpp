@@ -69,7 +69,8 @@ std::string line_of(const Difference &one) {
 Status run(const Context &context, const Options &options) {
     const Snapshot before = set_of_word(context, options.before);
     const Snapshot after = set_of_word(context, options.after);
-    const std::vector<Difference> all = differences_of(set_of(before), set_of(after));
+    const std::vector<Difference> all =
+        differences_of(set_of(before), set_of(after), before.path(), after.path());
     if (context.json) {
         nlohmann::ordered_json json = {{"differences", nlohmann::json::array()}};
         for (const Difference &one : all) {

@@ -19,12 +19,17 @@ struct Setting {
     const char *key, *value;
 };
 
-// git runs these by a shell, and quotes what it puts in.
+// git runs these by a shell, and quotes what it puts in. A version that is no symbol file is shown
+// as it is; what cannot be merged by titles is merged by lines, with marks, so that both sides are
+// there.
 constexpr Setting settings[] = {
-    {"diff.kigou.textconv", "kigou export"},
+    {"diff.kigou.textconv", "f() { kigou export \"$1\" 2>/dev/null || cat \"$1\"; }; f"},
     {"diff.kigou.xfuncname", "^(［.*］)$"},
     {"merge.kigou.name", "symbol files, by titles and symbols"},
-    {"merge.kigou.driver", "kigou merge --name %P %O %A %B"},
+    {"merge.kigou.driver",
+     "f() { kigou merge --name \"$4\" \"$1\" \"$2\" \"$3\"; s=$?; [ $s -lt 2 ] && return $s; "
+     "echo \"kigou: $4 is merged by lines instead\" >&2; "
+     "git merge-file -L ours -L old -L theirs \"$2\" \"$1\" \"$3\"; return 1; }; f %O %A %B %P"},
 };
 
 std::string git(const std::string &folder, std::vector<std::string> words,

@@ -2,11 +2,13 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "cli/conflict_words.h"
 #include "cli/edit_command.h"
 #include "cli/json.h"
 #include "picker/compare/file_merge.h"
+#include "picker/failure.h"
 
 namespace kigou {
 namespace {
@@ -16,10 +18,30 @@ struct Options {
     std::optional<std::string> output, name;
 };
 
+/** git hands over files that are gone behind the merge: they are called by what they are. */
+[[noreturn]] void fail_by_name(const Failure &failure, const Options &options) {
+    std::string text = failure.what();
+    for (const auto &[path, which] : {std::pair{options.base, " (the old version)"},
+                                      {options.ours, " (ours)"},
+                                      {options.theirs, " (theirs)"}}) {
+        const auto at = text.find(path);
+        if (at != std::string::npos) text.replace(at, path.size(), *options.name + which);
+    }
+    throw Failure(failure.kind(), text);
+}
+
+std::vector<Conflict> merge(const Options &options, const std::string &to) {
+    try {
+        return merge_files(options.base, options.ours, options.theirs, to, edit_hooks());
+    } catch (const Failure &failure) {
+        if (!options.name) throw;
+        fail_by_name(failure, options);
+    }
+}
+
 Status run(const Context &context, const Options &options) {
     const std::string to = options.output.value_or(options.ours);
-    const std::vector<Conflict> conflicts =
-        merge_files(options.base, options.ours, options.theirs, to, edit_hooks());
+    const std::vector<Conflict> conflicts = merge(options, to);
     if (!context.json) complain_of(conflicts, options.name.value_or(to));
     if (context.json) write({{"path", to}, {"conflicts", json_of(conflicts)}});
     return conflicts.empty() ? Status::found : Status::findings;

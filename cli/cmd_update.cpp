@@ -17,23 +17,36 @@ struct Options {
     EditOptions edit;
 };
 
-Status run(const Context &context, const Options &options) {
-    const Title title = typed_title(options.title);
-    const bool same = shipped_set_titled(context.directories, title).has_value();
-    const std::string other(same ? options.title : standard_title);
-    const auto shipped =
-        shipped_set_titled(context.directories, typed_title(options.of.value_or(other)));
-    if (!shipped) {
-        throw Failure(FailureKind::nothing_found, "no set " + *options.of + " comes with kigou",
+/** Path of the set that a copy is of. @throws Failure */
+std::string origin_of(const Context &context, const Options &options, const Title &title) {
+    if (!options.of) {
+        const std::string copy = find_sets(context.directories).get(title).path;
+        if (const auto noted = noted_origin(copy, context.directories, state_directory())) {
+            return *noted;
+        }
+    }
+    const std::string of = options.of.value_or(options.title);
+    if (const auto shipped = shipped_set_titled(context.directories, typed_title(of))) {
+        return shipped->path;
+    }
+    if (options.of) {
+        throw Failure(FailureKind::nothing_found, "no set " + of + " comes with kigou",
                       {"'kigou merge' merges any three versions of a file"});
     }
+    throw Failure(FailureKind::refused, "which set that comes with kigou is " + of + " a copy of?",
+                  {"--of TITLE says so, as --of " + std::string(standard_title)});
+}
+
+Status run(const Context &context, const Options &options) {
+    const Title title = typed_title(options.title);
+    const std::string shipped = origin_of(context, options, title);
     std::vector<Conflict> conflicts;
     std::string copy;
     const EditReport report = run_edit(context, options.edit, [&](Edit &edit) {
         copy = edit.open(title).snapshot.path();
-        conflicts = update_set(edit, shipped->path, state_directory());
+        conflicts = update_set(edit, shipped, state_directory());
     });
-    if (!report.dry_run && !report.as_new_set) note_copy(copy, shipped->path, state_directory());
+    if (!report.dry_run && !report.as_new_set) note_copy(copy, shipped, state_directory());
     return tell(context, report, conflicts);
 }
 
@@ -41,8 +54,8 @@ Body declare(Arguments &arguments) {
     const auto options = std::make_shared<Options>();
     arguments.word("TITLE", Value::file_title, options->title, "Title of your copy");
     arguments.option("--of", Value::file_title, options->of,
-                     "Title of the set that it is a copy of (default: the same, else " +
-                         std::string(standard_title) + ")");
+                     "Title of the set that it is a copy of (default: that of which it is known to "
+                     "be one, or the same)");
     declare_as(arguments, options->edit);
     declare_dry_run(arguments, options->edit);
     return [options](const Context &context) { return run(context, *options); };

@@ -17,7 +17,7 @@ namespace kigou {
  * @param base    name of the file that both began with; an empty one when there was none
  * @param ours    that of one change
  * @param theirs  that of the other one
- * @param to      file to be written
+ * @param to      file to be written; of a link that to which it leads
  * @param hooks   for the lock, where there is one for edits of the sets in that folder
  * @return        what could not be both made
  * @throws Failure: as FolderLock; changed when ours was written to meanwhile; failed, also when a

@@ -99,8 +99,10 @@ class Diff {
 
 } // namespace
 
-std::vector<Difference> differences_of(const SymbolSet &before, const SymbolSet &after) {
-    return Diff(tree_of(before, "the first set"), tree_of(after, "the second set")).run();
+std::vector<Difference> differences_of(const SymbolSet &before, const SymbolSet &after,
+                                       const std::string &before_name,
+                                       const std::string &after_name) {
+    return Diff(tree_of(before, before_name), tree_of(after, after_name)).run();
 }
 
 } // namespace kigou

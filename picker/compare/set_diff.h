@@ -32,9 +32,11 @@ struct Difference {
 /**
  * In the order of the later version, and what it lacks first. Titles are the same when their paths
  * are; one that was moved is known by its symbols and the titles below it.
- * @throws Failure (refused) for a set that is no tree of titles
+ * @throws Failure (refused) for a set that is no tree of titles, which is called by its name
  */
-std::vector<Difference> differences_of(const SymbolSet &before, const SymbolSet &after);
+std::vector<Difference> differences_of(const SymbolSet &before, const SymbolSet &after,
+                                       const std::string &before_name = "the first set",
+                                       const std::string &after_name = "the second set");
 
 } // namespace kigou
 

@@ -55,7 +55,11 @@ class Merge {
             std::erase_if(moves, [&](const MovedTitle &one) { return seen_.contains(one.from); });
             const auto first = std::ranges::min_element(moves, {}, level);
             if (first == moves.end()) return;
-            follow(*first, ours, theirs);
+            const std::size_t uppermost = level(*first);
+            for (const MovedTitle &move : moves) {
+                if (level(move) == uppermost && !seen_.contains(move.from))
+                    follow(move, ours, theirs);
+            }
         }
     }
 

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+#include <set>
 
 #include "picker/compare/set_diff.h"
 #include "picker/compare/whole_set.h"
@@ -91,28 +92,61 @@ std::vector<std::string> noted_copies(const std::string &state) {
     return lines;
 }
 
+/** The kept version that a set was noted to be a copy of; nothing for no such. */
+std::optional<std::string> noted_version(const std::string &copy, const std::string &state) {
+    for (const std::string &line : noted_copies(state)) {
+        if (line.starts_with(copy + "\t")) return line.substr(line.find('\t') + 1);
+    }
+    return std::nullopt;
+}
+
+bool is_version_of(const std::string &kept, const std::string &shipped) {
+    return fs::path(kept).filename().string().starts_with(beginning_of_copies(shipped));
+}
+
+/** Whether at least half of the titles of the smaller set are in the other one. */
+bool look_alike(const SymbolSet &one, const SymbolSet &other) {
+    std::set<Sjis> paths;
+    for (const SetBlock &block : one.blocks) paths.insert(block.path);
+    const auto common = static_cast<std::size_t>(std::ranges::count_if(
+        other.blocks, [&](const SetBlock &block) { return paths.contains(block.path); }));
+    return common > 0 && 2 * common >= std::min(one.blocks.size(), other.blocks.size());
+}
+
 /** The version that a set is a copy of. @throws Failure (refused) when none is known */
 SymbolSet copied_version(const std::string &shipped, const std::string &copy, const SymbolSet &now,
                          const SymbolSet &ours, const std::string &state) {
-    for (const std::string &line : noted_copies(state)) {
-        const std::string kept = line.substr(line.find('\t') + 1);
-        std::error_code error;
-        if (line.starts_with(copy + "\t") && fs::exists(kept, error)) return set_of(Snapshot(kept));
+    const std::string of = Snapshot(shipped).file().text;
+    const auto noted = noted_version(copy, state);
+    std::error_code error;
+    if (noted && !is_version_of(*noted, shipped)) {
+        throw Failure(FailureKind::refused, title_of(ours.file).text + " is no copy of " + of);
     }
+    if (noted && fs::exists(*noted, error)) return set_of(Snapshot(*noted));
     std::optional<SymbolSet> nearest;
     for (const std::string &kept : copies_of(shipped, state)) {
-        SymbolSet version = set_of(Snapshot(kept));
-        version.file = ours.file; // a copy under another title is as near
-        if (text_of(version) == text_of(now)) continue;
-        if (!nearest || distance(version, ours) < distance(*nearest, ours)) {
-            nearest = std::move(version);
+        try {
+            SymbolSet version = set_of(Snapshot(kept));
+            version.file = ours.file; // a copy under another title is as near
+            if (text_of(version) == text_of(now)) continue;
+            if (!nearest || distance(version, ours) < distance(*nearest, ours)) {
+                nearest = std::move(version);
+            }
+        } catch (const Failure &) {
+            // One that is damaged is of no use.
         }
     }
-    if (nearest) return *nearest;
-    throw Failure(FailureKind::refused,
-                  "no earlier version of " + Snapshot(shipped).file().text +
-                      " is known, so what is new in it cannot be told",
-                  {"'kigou diff' compares the two"});
+    if (!nearest) {
+        throw Failure(
+            FailureKind::refused,
+            "no earlier version of " + of + " is known, so what is new in it cannot be told",
+            {"'kigou diff' compares the two"});
+    }
+    if (!look_alike(*nearest, ours)) {
+        throw Failure(FailureKind::refused,
+                      title_of(ours.file).text + " does not look like a copy of " + of);
+    }
+    return *nearest;
 }
 
 std::size_t symbols_of(const SymbolSet &set, const std::string &path) {
@@ -158,6 +192,16 @@ std::vector<std::string> keep_shipped_versions(const Directories &directories,
     return titles;
 }
 
+std::optional<std::string> noted_origin(const std::string &copy, const Directories &directories,
+                                        const std::string &state) {
+    const auto noted = noted_version(copy, state);
+    if (!noted) return std::nullopt;
+    for (const std::string &shipped : shipped_files(directories)) {
+        if (is_version_of(*noted, shipped)) return shipped;
+    }
+    return std::nullopt;
+}
+
 void note_copy(const std::string &copy, const std::string &shipped, const std::string &state) {
     const auto identity = identity_of(shipped);
     if (!identity || copy.find_first_of("\t\n") != std::string::npos) return;
@@ -180,8 +224,11 @@ void note_copy(const std::string &copy, const std::string &shipped, const std::s
 
 std::vector<Conflict> update_set(Edit &edit, const std::string &shipped, const std::string &state) {
     const Snapshot &opened = edit.located()->snapshot;
+    for (const std::string &path : {opened.path(), shipped}) {
+        refuse_damage(path, read_file(path).bytes);
+    }
     const SymbolSet ours = whole_set_of(opened);
-    SymbolSet now = set_of(Snapshot(shipped));
+    SymbolSet now = whole_set_of(Snapshot(shipped));
     now.file = ours.file;
     if (text_of(now) == text_of(ours)) return {};
     SymbolSet base = copied_version(shipped, opened.path(), now, ours, state);

@@ -3,6 +3,7 @@
 #ifndef KIGOU_PICKER_COMPARE_SHIPPED_VERSIONS_H
 #define KIGOU_PICKER_COMPARE_SHIPPED_VERSIONS_H
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,14 +29,18 @@ std::vector<std::string> keep_shipped_versions(const Directories &directories,
  */
 void note_copy(const std::string &copy, const std::string &shipped, const std::string &state);
 
+/** Path of the set that comes with the program of which one of theirs was noted to be a copy. */
+std::optional<std::string> noted_origin(const std::string &copy, const Directories &directories,
+                                        const std::string &state);
+
 /**
  * Makes in the set that the edit has opened what has changed in a set that comes with the program
  * since that set was copied. Of a copy that was not noted that is the kept version which is
  * nearest to it.
  * @param shipped  path of that set
  * @return         what could not be both made
- * @throws Failure: refused when no other version of it is kept; else as merged_sets, whole_set_of
- *         and replace_text
+ * @throws Failure: refused when no other version of it is kept, or the set is no copy of it; else
+ *         as merged_sets, whole_set_of, refuse_damage and replace_text
  */
 std::vector<Conflict> update_set(Edit &edit, const std::string &shipped, const std::string &state);
 

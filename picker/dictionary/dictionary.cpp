@@ -2,6 +2,7 @@
 // a format each.
 #include "picker/dictionary/dictionary.h"
 
+#include <algorithm>
 #include <set>
 
 #include "picker/symbol_data.h"
@@ -35,7 +36,9 @@ std::string write_dictionary(const SymbolSet &set, DictionaryFormat format, Enco
     return symbol_list(entries);
 }
 
-Sjis read_dictionary(std::string_view utf8, DictionaryFormat format, LeftOutList &left_out) {
+Sjis read_dictionary(std::string_view text, DictionaryFormat format, LeftOutList &left_out) {
+    std::string utf8(text);
+    if (utf8.find('\n') == std::string::npos) std::ranges::replace(utf8, '\r', '\n');
     std::vector<Sjis> symbols;
     std::set<Sjis> known;
     for (const DictionaryWord &word :
