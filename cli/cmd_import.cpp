@@ -53,7 +53,8 @@ void refuse_other_encodings(const std::string &name, const std::string &text) {
 /** Where the symbols of a dictionary go. @throws Failure (refused) when no title is named */
 void choose_title(Source &source, const Context &context, const Options &options) {
     const std::string typed = normalized(options.into.value_or(""));
-    const SetFile *const file = file_beginning(find_sets(context.directories), typed);
+    const SetFiles sets = find_sets(context.directories);
+    const SetFile *const file = file_beginning(sets, typed);
     const std::size_t end = file ? file->title.text.size() : typed.find(separator);
     if (end >= typed.size()) {
         throw Failure(FailureKind::refused, "the symbols of a dictionary go into one title",

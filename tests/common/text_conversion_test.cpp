@@ -32,10 +32,10 @@ class Fenced {
 };
 
 /** Bytes that begin, end or change something, in runs of one kind or mixed. */
-std::string random_text(std::mt19937_64 &random, std::size_t length) {
+std::string random_text(std::mt19937 &random, std::size_t length) {
     static constexpr unsigned char telling[] = {0x8E, 0x0A, 0x0D, 0xA1, 0xFE, 0xFF, 0x80, 0x81,
                                                 0x9F, 0xA0, 0xDF, 0xE0, 0xFC, 0xFD, 0x7F, 0x01};
-    const std::uint64_t kind = random() % 4, odd = random() % 40;
+    const auto kind = random() % 4, odd = random() % 40;
     std::string text;
     while (text.size() < length) {
         if (random() % 40 < odd) {
@@ -53,7 +53,7 @@ std::string random_text(std::mt19937_64 &random, std::size_t length) {
 
 TEST(TextConversion, every_level_gives_the_same_and_touches_nothing_else) {
     const Fenced in, out, expected;
-    std::mt19937_64 random(1);
+    std::mt19937 random(1);
     const acc::TextConversions conversions = acc::text_conversions();
     EXPECT_STREQ(conversions.levels[conversions.count - 1].level, "portable");
     for (int round = 0; round < 400000; ++round) {
