@@ -61,13 +61,17 @@ std::string skk_dictionary(const std::vector<DictionaryEntry> &entries, Encoding
     };
     std::map<std::string, Line> lines; // by the bytes of the reading
     for (const DictionaryEntry &entry : entries) {
-        if (entry.readings.empty()) left_out["no reading"] += entry.symbol;
+        bool held = false;
         for (const std::string &reading : entry.readings) {
             const std::string spelled = replaced(reading, "ゔ", "う゛"); // as SKK has it
-            Line &line = lines[encoded(spelled, encoding).value()];
+            const auto bytes = encoded(spelled, encoding);
+            if (!bytes) continue; // ゕ, of a title with ヵ, is in UTF-8 alone
+            held = true;
+            Line &line = lines[*bytes];
             line.reading = spelled;
             line.words += entry.symbol + annotation(entry.comment) + "/";
         }
+        if (!held) left_out["no reading"] += entry.symbol;
     }
     std::string text = ";; -*- mode: fundamental; coding: " + emacs_name_of(encoding) + " -*-\n";
     text.append(head_of_okurigana).append("\n").append(head_of_others).append("\n");
