@@ -63,33 +63,36 @@ void stop_if_asked(const EditHooks &hooks) {
     }
 }
 
+bool wait_for_lock(int file, const std::string &path, const std::string &folder,
+                   const EditHooks &hooks) {
+    const auto end = std::chrono::steady_clock::now() + hooks.patience;
+    auto pause = first_pause;
+    for (bool told = false; flock(file, LOCK_EX | LOCK_NB) != 0;) {
+        if (errno == EINTR) continue;
+        if (errno == ENOLCK || errno == EOPNOTSUPP || errno == EINVAL) return false;
+        if (errno != EWOULDBLOCK) fail(path);
+        stop_if_asked(hooks);
+        if (!std::exchange(told, true) && hooks.waits) hooks.waits(folder);
+        if (std::chrono::steady_clock::now() >= end) {
+            throw Failure(FailureKind::busy,
+                          sentence("another program has been editing the sets in {1} all the "
+                                   "while, so nothing was done",
+                                   folder),
+                          {}, {{Remedy::try_again}});
+        }
+        std::this_thread::sleep_for(pause);
+        pause = std::min(2 * pause, longest_pause);
+    }
+    return true;
+}
+
 FolderLock::FolderLock(const std::string &folder, const EditHooks &hooks) {
     if (folder.empty()) return;
     const std::string path = folder + "/" + lock_name;
     file_ = open_lock(folder, path);
     if (file_ < 0) return;
-    const auto end = std::chrono::steady_clock::now() + hooks.patience;
-    auto pause = first_pause;
     try {
-        for (bool told = false; flock(file_, LOCK_EX | LOCK_NB) != 0;) {
-            if (errno == EINTR) continue;
-            if (errno == ENOLCK || errno == EOPNOTSUPP || errno == EINVAL) {
-                close(std::exchange(file_, -1));
-                return;
-            }
-            if (errno != EWOULDBLOCK) fail(path);
-            stop_if_asked(hooks);
-            if (!std::exchange(told, true) && hooks.waits) hooks.waits(folder);
-            if (std::chrono::steady_clock::now() >= end) {
-                throw Failure(FailureKind::busy,
-                              sentence("another program has been editing the sets in {1} all the "
-                                       "while, so nothing was done",
-                                       folder),
-                              {}, {{Remedy::try_again}});
-            }
-            std::this_thread::sleep_for(pause);
-            pause = std::min(2 * pause, longest_pause);
-        }
+        if (!wait_for_lock(file_, path, folder, hooks)) close(std::exchange(file_, -1));
     } catch (...) {
         close(file_);
         throw;

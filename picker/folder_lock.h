@@ -22,6 +22,15 @@ struct EditHooks {
 /** @throws Failure (interrupted) when the front end asked to stop */
 void stop_if_asked(const EditHooks &hooks);
 
+/**
+ * Locks an open file (flock) and waits for whoever holds it.
+ * @param folder  told to the hooks while it waits
+ * @return false where the file system has no locks
+ * @throws Failure: busy, interrupted, or failed
+ */
+bool wait_for_lock(int file, const std::string &path, const std::string &folder,
+                   const EditHooks &hooks);
+
 /** Name of the lock file in a folder. It stays there, is empty, and is no symbol file's name. */
 inline constexpr const char *lock_name = ".accsym-lock";
 

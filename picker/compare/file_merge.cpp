@@ -2,16 +2,13 @@
 #include "picker/compare/file_merge.h"
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <chrono>
 #include <cstring>
 #include <filesystem>
 #include <optional>
-#include <thread>
 #include <utility>
 
 #include "picker/compare/whole_set.h"
@@ -64,17 +61,18 @@ std::optional<FolderLock> lock_of_sets(const std::string &file, const EditHooks 
 /** Held by one merge into a file, which may be in any folder, while another one waits. */
 class FileLock {
   public:
-    /** @throws Failure (busy) */
+    /** A file that is not there needs none. @throws Failure as FolderLock */
     FileLock(const std::string &path, const EditHooks &hooks) {
-        const auto end = std::chrono::steady_clock::now() + hooks.patience;
-        while (!try_to_lock(path)) {
-            stop_if_asked(hooks);
-            if (std::chrono::steady_clock::now() >= end) {
-                throw Failure(FailureKind::busy,
-                              "another program has held " + path + " all the while", {},
-                              {{Remedy::try_again}});
+        const std::string folder = fs::absolute(path).parent_path().string();
+        while ((file_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) >= 0) {
+            try {
+                wait_for_lock(file_, path, folder, hooks);
+            } catch (...) {
+                close(file_);
+                throw;
             }
-            std::this_thread::sleep_for(pause);
+            if (is_still(path)) return;
+            close(file_); // it was replaced meanwhile
         }
     }
     ~FileLock() {
@@ -84,20 +82,11 @@ class FileLock {
     FileLock &operator=(const FileLock &) = delete;
 
   private:
-    static constexpr std::chrono::milliseconds pause{5};
-
-    /** A file that is not there needs no lock; one that was replaced meanwhile is another. */
-    bool try_to_lock(const std::string &path) {
-        file_ = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
-        if (file_ < 0) return true;
-        const bool is_busy = flock(file_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    bool is_still(const std::string &path) const {
         struct stat held {
         }, there{};
-        const bool is_same = fstat(file_, &held) == 0 && stat(path.c_str(), &there) == 0 &&
-                             held.st_ino == there.st_ino && held.st_dev == there.st_dev;
-        if (is_same && !is_busy) return true;
-        close(std::exchange(file_, -1));
-        return false;
+        return fstat(file_, &held) == 0 && stat(path.c_str(), &there) == 0 &&
+               held.st_ino == there.st_ino && held.st_dev == there.st_dev;
     }
 
     int file_ = -1;
