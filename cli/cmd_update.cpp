@@ -4,6 +4,7 @@
 
 #include "cli/conflict_words.h"
 #include "cli/edit_command.h"
+#include "picker/compare/set_update.h"
 #include "picker/compare/shipped_versions.h"
 #include "picker/failure.h"
 #include "picker/shipped_sets.h"
@@ -17,8 +18,8 @@ struct Options {
     EditOptions edit;
 };
 
-/** Path of the set that a copy is of. @throws Failure */
-std::string origin_of(const Context &context, const Options &options, const Title &title) {
+/** The set that a copy is of. @throws Failure */
+SetFile origin_of(const Context &context, const Options &options, const Title &title) {
     if (!options.of) {
         const std::string copy = find_sets(context.directories).get(title).path;
         if (const auto noted = noted_origin(copy, context.directories, state_directory())) {
@@ -27,7 +28,7 @@ std::string origin_of(const Context &context, const Options &options, const Titl
     }
     const std::string of = options.of.value_or(options.title);
     if (const auto shipped = shipped_set_titled(context.directories, typed_title(of))) {
-        return shipped->path;
+        return *shipped;
     }
     if (options.of) {
         throw Failure(FailureKind::nothing_found, "no set " + of + " comes with kigou",
@@ -39,14 +40,14 @@ std::string origin_of(const Context &context, const Options &options, const Titl
 
 Status run(const Context &context, const Options &options) {
     const Title title = typed_title(options.title);
-    const std::string shipped = origin_of(context, options, title);
+    const SetFile shipped = origin_of(context, options, title);
     std::vector<Conflict> conflicts;
     std::string copy;
     const EditReport report = run_edit(context, options.edit, [&](Edit &edit) {
         copy = edit.open(title).snapshot.path();
         conflicts = update_set(edit, shipped, state_directory());
     });
-    if (!report.dry_run && !report.as_new_set) note_copy(copy, shipped, state_directory());
+    if (!report.dry_run && !report.as_new_set) note_copy(copy, shipped.path, state_directory());
     return tell(context, report, conflicts);
 }
 
