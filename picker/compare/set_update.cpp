@@ -131,9 +131,8 @@ std::vector<Conflict> update_set(Edit &edit, const SetFile &shipped, const std::
     SymbolSet now = whole_set_of(Snapshot::of_text(text_form(bytes), shipped.path));
     now.file = ours.file;
     if (text_of(now) == text_of(ours)) return {};
-    SymbolSet base = copied_version(shipped, opened.path(), now, ours, state);
-    base.file = ours.file;
-    MergedSet merged = merged_sets(base, ours, now);
+    MergedSet merged =
+        merged_sets(copied_version(shipped, opened.path(), now, ours, state), ours, now);
     const Sjis text = text_of(merged.set);
     if (text != opened.text()) edit.replace_text(text, changes_of(ours, merged.set), true);
     return std::move(merged.conflicts);

@@ -82,6 +82,7 @@ TEST(dictionary, is_read_line_by_line) {
         const char *name, *text, *symbols, *left_out;
     } rows[] = {
         {"mozc", "# 注\r\nほし\t☆\t記号\t白星\r\n\r\nほし\t★\t記号\nほし\t☆\t記号\t\n", "☆★", ""},
+        {"CR alone", "ほし\t☆\t記号\rや\t→\t記号\r", "☆→", ""},
         {"head of another", "!Microsoft IME\nや\t→\t記号\tx\n", "→", ""},
         {"no symbols", "き\t東京\t名詞\nえ\ta\t記号\nえ\t😀\t記号\n\tｱ\t\nあ\n", "", "1 2 3 4 5"},
         {"skk", ";; okuri-ari entries.\nおs /惜/\n;; okuri-nasi entries.\nほし /☆;白/★/星/\n", "☆★星", "2"},
