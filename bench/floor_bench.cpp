@@ -66,16 +66,10 @@ void opening(Ratios &ratios) {
         const std::string file = file_of(titles);
         directory.put("f.kig", file);
         Host host;
-        // As large as the working file: header, an index entry a title, the text with its CRs.
-        host.run(ACC_VKEY_FILE_OPEN, "F", directory.path());
-        std::size_t working = 0;
-        for (const auto &entry : fs::directory_iterator(fs::temp_directory_path())) {
-            std::error_code error;
-            if (entry.path().filename().string().starts_with("accsym") && entry.is_regular_file()) {
-                working = std::max(working, static_cast<std::size_t>(entry.file_size(error)));
-            }
-        }
-        host.run(ACC_VKEY_FILE_CLOSE);
+        // The working file: a header, a record for each title and the file, the text with its CRs.
+        const auto lines = static_cast<std::size_t>(std::ranges::count(file, '\n'));
+        const std::size_t working =
+            8 + 792 * (static_cast<std::size_t>(titles) + 1) + file.size() + lines;
         std::vector<char> bytes(working);
         ratios.measure(
             "open and close " + std::to_string(file.size() / 1024) + " KB",

@@ -8,16 +8,13 @@
 #include "cli/json.h"
 #include "cli/program_data.h"
 #include "cli/run_program.h"
+#include "picker/editing.h"
 #include "picker/failure.h"
 
 namespace kigou {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-std::string counted(std::size_t count, const std::string &what) {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
-}
 
 Json json_of(const ChartTitle &title) {
     Json json = {{"level", title.level},

@@ -23,12 +23,12 @@ Sjis symbols_of(const Options &options, std::size_t words) {
     for (std::size_t i = 0; i < words; ++i) {
         typed.add_word(options.words[i], "argument " + std::to_string(i + 1));
     }
-    const Encoding from = encoding_named(options.from);
-    if (options.words.empty() && !options.empty && from != Encoding::utf_8) {
-        typed.add_text(decoded(whole_standard_input("type the symbols"), from));
-    } else if (options.words.empty() && !options.empty) {
-        read_standard_input("type the symbols",
-                            [&](std::string_view piece) { typed.add_text(piece); });
+    if (!options.words.empty() || options.empty) return typed.finish();
+    constexpr const char *awaited = "type the symbols";
+    if (const Encoding from = encoding_named(options.from); from != Encoding::utf_8) {
+        typed.add_text(decoded(whole_standard_input(awaited), from));
+    } else {
+        read_standard_input(awaited, [&](std::string_view piece) { typed.add_text(piece); });
     }
     return typed.finish();
 }

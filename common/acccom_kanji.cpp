@@ -40,9 +40,6 @@ extern const unsigned char ___kanjitbl[257] = {
 
 namespace {
 
-/** EUC-JP byte before a half-width katakana. */
-constexpr unsigned char katakana_shift = 0x8E;
-
 constexpr std::size_t shortest_for_vectors = 32;
 
 /** The conversion in a zero-filled block that holds that of any text as long as this one. */
@@ -102,7 +99,7 @@ unsigned short CM_euc2jis(unsigned char *destination, const unsigned char *euc) 
         } else {
             if (*euc == 0) break;
             const unsigned char second = *euc++;
-            if (byte == katakana_shift) {
+            if (byte == acc::katakana_shift) {
                 *destination++ = second;
             } else {
                 *destination++ = byte & 0x7F;

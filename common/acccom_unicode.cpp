@@ -1,7 +1,7 @@
 /*
  * acccom_unicode.cpp - the exported conversions between Shift_JIS and Unicode units.
  */
-#include <algorithm>
+#include <array>
 
 #include "common/acccom.h"
 #include "common/jisx0208.h"
@@ -55,11 +55,11 @@ static_assert(unicode_of_sjis.used() <= 65 && sjis_of_unicode.used() <= 100);
  * @param first  where the value has its first byte: bits to shift by, 8 or 0
  * @return       bytes taken, as 16 bits with a sign
  */
-template <class Codes>
+template <class Value>
 int convert(unsigned char *destination, const unsigned char *source, unsigned source_bytes,
-            const Codes &value, unsigned first) {
+            Value value, unsigned first) {
     const auto add = [&](unsigned code) {
-        const unsigned converted = value[static_cast<unsigned short>(code)];
+        const unsigned converted = value(static_cast<unsigned short>(code));
         if (converted < 0x100) return;
         destination[0] = static_cast<unsigned char>(converted >> first);
         destination[1] = static_cast<unsigned char>(converted >> (8 - first));
@@ -87,21 +87,16 @@ unsigned short UniCodeToSjis(unsigned short unicode) {
     return sjis_of_unicode[unicode];
 }
 
-int UniCodeSearch(unsigned short unicode, short *row, short *cell) {
-    const auto place = std::find(m_usUnicode.begin(), m_usUnicode.end(), unicode);
-    const bool found = place != m_usUnicode.end();
-    const auto index = found ? static_cast<unsigned>(place - m_usUnicode.begin()) : 0;
-    *row = static_cast<short>(index / acc::jisx0208_side);
-    *cell = static_cast<short>(index % acc::jisx0208_side);
-    return found ? 1 : 0;
-}
-
 int CM_SjisToUnicode(unsigned char *destination, unsigned short, const unsigned char *source,
                      unsigned short source_bytes) {
-    return convert(destination, source, source_bytes, unicode_of_sjis, 8);
+    return convert(
+        destination, source, source_bytes, [](unsigned short sjis) { return SjisToUniCode(sjis); },
+        8);
 }
 
 int CM_UnicodeToSjis(unsigned char *destination, unsigned short, const unsigned char *source,
                      unsigned short source_bytes) {
-    return convert(destination, source, source_bytes, sjis_of_unicode, 0);
+    return convert(
+        destination, source, source_bytes,
+        [](unsigned short unicode) { return UniCodeToSjis(unicode); }, 0);
 }

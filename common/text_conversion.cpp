@@ -11,9 +11,6 @@ namespace {
 
 constexpr unsigned char lead_flag = 0x01, euc_flag = 0x04, katakana_flag = 0x08;
 
-/** EUC-JP byte before a half-width katakana. */
-constexpr unsigned char katakana_shift = 0x8E;
-
 bool has_class(unsigned char byte, unsigned char flag) {
     return (___kanjitbl[byte + 1] & flag) != 0;
 }

@@ -9,6 +9,9 @@
 
 namespace acc {
 
+/** EUC-JP byte before a half-width katakana. */
+inline constexpr unsigned char katakana_shift = 0x8E;
+
 /**
  * Converts a text up to its NUL, which is not written. Nothing behind the NUL is read.
  * @param text    of that length, a NUL behind it

@@ -23,7 +23,6 @@ namespace {
 
 inline constexpr std::size_t block = 64;
 inline constexpr std::size_t piece = 64 * block;
-inline constexpr unsigned char katakana_shift = 0x8E;
 
 /** What one block hands on to the next. */
 struct Carry {
@@ -35,7 +34,7 @@ struct Carry {
 struct BlockMasks {
     std::uint64_t first, second; /**< of characters of two bytes with row and cell */
     std::uint64_t special;       /**< change the length */
-    std::uint64_t begins;        /**< take the byte behind along, also those dropped */
+    std::uint64_t begins, ends;  /**< take the byte behind along, and are taken, also if dropped */
 };
 
 /**
@@ -55,6 +54,7 @@ inline BlockMasks masks_of(std::uint64_t takes, std::uint64_t lead, Carry &carry
     const std::uint64_t carried = carry.second ? 1 : 0, carried_lead = carry.of_lead ? 1 : 0;
     BlockMasks masks{};
     masks.begins = beginnings(takes & ~carried);
+    masks.ends = masks.begins << 1 | carried;
     masks.first = masks.begins & lead;
     masks.second = masks.first << 1 | carried_lead;
     carry.second = masks.begins >> 63 != 0;
@@ -84,10 +84,8 @@ struct EucToSjis {
         const std::uint64_t lead =
             where(bytes, [](V one) { return (one - V::all(0xA1)).at_most(0xFE - 0xA1); });
         const std::uint64_t shift = where(bytes, is(katakana_shift));
-        const std::uint64_t carried = carry.second ? 1 : 0;
         BlockMasks masks = masks_of(lead | shift, lead, carry);
-        const std::uint64_t ends = masks.begins << 1 | carried;
-        masks.special = (masks.begins & shift) | (where(bytes, is('\n')) & ~ends);
+        masks.special = (masks.begins & shift) | (where(bytes, is('\n')) & ~masks.ends);
         for (std::size_t i = 0; i < count; ++i) {
             const V seven = bytes[i] & V::all(0x7F);
             // What a comparison gives is -1 where it holds.
@@ -125,10 +123,8 @@ struct SjisToEuc {
             return ((one ^ V::all(0x20)) - V::all(0xA1)).at_most(0xDC - 0xA1);
         });
         const std::uint64_t dropped = where(bytes, [](V one) { return one == V::all('\r'); });
-        const std::uint64_t carried = carry.second ? 1 : 0;
         BlockMasks masks = masks_of(lead | dropped, lead, carry);
-        const std::uint64_t ends = masks.begins << 1 | carried;
-        masks.special = (masks.begins & dropped) | (katakana & ~ends);
+        masks.special = (masks.begins & dropped) | (katakana & ~masks.ends);
         for (std::size_t i = 0; i < count; ++i) {
             const V one = bytes[i];
             const V row = one + one - V::all(0x61) - (one.at_most(0x9F) & V::all(0x80)) +

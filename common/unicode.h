@@ -17,11 +17,4 @@ unsigned short SjisToUniCode(unsigned short sjis);
  */
 unsigned short UniCodeToSjis(unsigned short unicode);
 
-/**
- * Looks a value up in m_usUnicode.
- * @param row, cell  set to its place, counted from 0; both 0 when it is not there
- * @return           1 found, 0 not; 0 is found, at the first cell without a character
- */
-int UniCodeSearch(unsigned short unicode, short *row, short *cell);
-
 #endif

@@ -203,11 +203,6 @@ TEST(Unicode, table_agrees_with_the_platform) {
             middle < 0x20 ? pair(0xC0 | middle, low) : pair(0xE0 | middle >> 6, 0x80 | (middle & 0x3F)) + static_cast<char>(low);
         EXPECT_EQ(to_euc(utf8), pair(index / 94 + 0xA1, index % 94 + 0xA1)) << index;
     }
-    short row = 9, cell = 9;
-    EXPECT_EQ(UniCodeSearch(0x20AC, &row, &cell), 0);
-    EXPECT_EQ(row * 94 + cell, 0);
-    EXPECT_EQ(UniCodeSearch(0, &row, &cell), 1);
-    EXPECT_EQ(row * 94 + cell, 1 * 94 + 14);
 }
 
 } // namespace
