@@ -112,7 +112,9 @@ void note_copy(const std::string &copy, const std::string &shipped, const std::s
         auto copies = noted_copies(state);
         copies[copy] = copy_of(shipped, *identity, state).string();
         std::string text;
-        for (const auto &[path, version] : copies) text += path + "\t" + version + "\n";
+        for (const auto &[path, version] : copies) {
+            text.append(path).append("\t").append(version).append("\n");
+        }
         replace_file(file_of_notes(state).string(),
                      {reinterpret_cast<const unsigned char *>(text.data()), text.size()}, 0600);
     } catch (const Failure &) {
