@@ -37,7 +37,10 @@ void look_around(const Invocation &invocation) {
     for (const std::string &title : keep_shipped_versions(directories, state_directory())) {
         complain("a new version of " + title +
                  " came with kigou; to bring it into a copy of yours:");
-        complain("  kigou update TITLE-OF-YOUR-COPY --of " + shell_word(title));
+        // Of the others a copy was put among the person's own sets.
+        const bool has_copy = title != standard_title;
+        complain("  kigou update " +
+                 (has_copy ? shell_word(title) : "TITLE-OF-YOUR-COPY --of " + shell_word(title)));
     }
     // One who recovers knows of them, and the browser asks.
     if (invocation.command == &recover_command || invocation.command == &browse_command) return;

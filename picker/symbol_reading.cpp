@@ -32,7 +32,7 @@ std::optional<Sjis> symbol_of(char32_t character) {
 
 /** Why a character is no symbol. */
 std::string refusal(char32_t character) {
-    if (character == replacement_character) return "not UTF-8, or no character";
+    if (character == replacement_character) return "no character of the text's encoding";
     const bool control = character < 0x20 || (character >= 0x7F && character < 0xA0);
     if (control) return code_of(character) + " is a control character";
     const std::string named = "'" + to_utf8(character) + "' (" + code_of(character) + ")";
